@@ -1,0 +1,54 @@
+#ifndef HOST_HUTENV_H
+#define HOST_HUTENV_H
+
+#include <string>
+#include <vector>
+
+#include "platform/ZrPlatformExport.h"
+
+// The tool's environment as the library sees it: environment variables, the
+// application roots, the temporary directory, the tool version and the product
+// name. A host tool plugs in its own with setInstance; the default reads
+//   ZR_PLATFORM_APP_ROOTS  a ':' list of application roots, the first being the
+//                          application root
+//   TMPDIR                 the temporary directory (else /tmp)
+// and takes the version from the build. Each default can also be set directly.
+class ZR_PLATFORM_API HUTEnv {
+ public:
+  HUTEnv();
+  virtual ~HUTEnv();
+
+  // The value of an environment variable, empty when unset.
+  virtual std::string get(const std::string& name) const;
+  virtual bool isSet(const std::string& name) const;
+
+  virtual std::vector<std::string> getKELAppRootList() const;
+  virtual std::string getJUNAppRoot() const;
+  virtual std::string getJUNTmpDir() const;
+  virtual int getMajor() const;
+  virtual int getMinor() const;
+  virtual std::string getFullBuildStr() const;
+  virtual std::string getProductName() const;
+
+  virtual void setProductName(const std::string& name);
+  virtual void setAppRoots(const std::vector<std::string>& roots);
+  virtual void setTmpDir(const std::string& dir);
+  // Overrides the tool version; a full build string of "" keeps "MAJOR.MINOR".
+  virtual void setVersion(int major, int minor, const std::string& fullBuild = "");
+
+  // The process-wide environment. setInstance does not take ownership; null
+  // restores the default.
+  static HUTEnv& instance();
+  static void setInstance(HUTEnv* env);
+
+ private:
+  bool rootsSet_ = false;
+  std::vector<std::string> roots_;
+  std::string tmpDir_;
+  int major_;
+  int minor_;
+  std::string fullBuild_;
+  std::string productName_;
+};
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef HOST_HUTFILE_H
+#define HOST_HUTFILE_H
+
+#include <string>
+
+#include "platform/ZrPlatformExport.h"
+
+// File-system operations on path strings. Queries never throw; they answer
+// false or an empty string when the file system cannot tell. Operations that
+// change the file system throw HEXUserException with the reason.
+class ZR_PLATFORM_API HUTFile {
+ public:
+  static bool exists(const std::string& path);
+  static bool isDir(const std::string& path);
+  static bool isFile(const std::string& path);
+  static bool isReadable(const std::string& path);
+  // "/" on every system this library runs on.
+  static std::string getSeparator();
+  // The absolute path with "." and ".." resolved and symbolic links followed as
+  // far as the path exists; the file itself need not exist.
+  static std::string getCanonicalName(const std::string& path);
+  static void mkDirRecursive(const std::string& path);
+  // Removes a file or a directory tree. Answers false when something is left.
+  static bool rmRecursive(const std::string& path);
+  // Throws HEXUserException unless the path is a directory this process may
+  // write into.
+  static void ensureWritableDirectory(const std::string& path);
+  // The file's size in bytes, or -1.
+  static long long getSize(const std::string& path);
+};
+
+#endif

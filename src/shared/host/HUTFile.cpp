@@ -1,0 +1,67 @@
+#include "host/HUTFile.h"
+
+#include <unistd.h>
+
+#include <boost/filesystem.hpp>
+
+#include "host/HEXAll.h"
+
+namespace fs = boost::filesystem;
+
+bool HUTFile::exists(const std::string& path) {
+  if (path.empty()) return false;
+  boost::system::error_code ec;
+  return fs::exists(path, ec);
+}
+
+bool HUTFile::isDir(const std::string& path) {
+  if (path.empty()) return false;
+  boost::system::error_code ec;
+  return fs::is_directory(path, ec);
+}
+
+bool HUTFile::isFile(const std::string& path) {
+  if (path.empty()) return false;
+  boost::system::error_code ec;
+  return fs::is_regular_file(path, ec);
+}
+
+bool HUTFile::isReadable(const std::string& path) { return !path.empty() && ::access(path.c_str(), R_OK) == 0; }
+
+std::string HUTFile::getSeparator() { return "/"; }
+
+std::string HUTFile::getCanonicalName(const std::string& path) {
+  if (path.empty()) return path;
+  boost::system::error_code ec;
+  fs::path p = fs::weakly_canonical(fs::absolute(path), ec);
+  if (ec) p = fs::absolute(path).lexically_normal();
+  std::string s = p.string();
+  // weakly_canonical keeps a trailing "." of a path that ends in a separator.
+  while (s.size() > 1 && (s.back() == '/' || (s.size() > 2 && s.compare(s.size() - 2, 2, "/.") == 0)))
+    s.erase(s.back() == '/' ? s.size() - 1 : s.size() - 2);
+  return s;
+}
+
+void HUTFile::mkDirRecursive(const std::string& path) {
+  boost::system::error_code ec;
+  fs::create_directories(path, ec);
+  if (ec && !isDir(path)) throw HEXUserException("cannot create directory '" + path + "': " + ec.message());
+}
+
+bool HUTFile::rmRecursive(const std::string& path) {
+  boost::system::error_code ec;
+  fs::remove_all(path, ec);
+  return !fs::exists(fs::symlink_status(path, ec));
+}
+
+void HUTFile::ensureWritableDirectory(const std::string& path) {
+  if (!isDir(path)) throw HEXUserException("'" + path + "' is not a directory");
+  if (::access(path.c_str(), W_OK | X_OK) != 0)
+    throw HEXUserException("directory '" + path + "' is not writable");
+}
+
+long long HUTFile::getSize(const std::string& path) {
+  boost::system::error_code ec;
+  const auto size = fs::file_size(path, ec);
+  return ec ? -1 : static_cast<long long>(size);
+}

@@ -1,0 +1,4 @@
+#include "platform/HPLPlatform.h"
+
+HPLPlatform::HPLPlatform() = default;
+HPLPlatform::~HPLPlatform() = default;

@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include <boost/property_tree/json_parser.hpp>
+#include <sstream>
+
+#include "host/HEXAll.h"
+#include "platform/JSONListWriter.h"
+#include "platform/JSONObjectWriter.h"
+#include "platform/JSONSerializable.h"
+
+using teq_platform::JSONListWriter;
+using teq_platform::JSONObjectWriter;
+using teq_platform::JSONSerializable;
+using teq_platform::JSONWriter;
+
+namespace {
+
+std::string text(const JSONWriter& w) {
+  std::ostringstream out;
+  w.write(out);
+  return out.str();
+}
+
+struct Named : JSONSerializable {
+  std::string name;
+  void toJSON(JSONObjectWriter& w) const override { w.addKey("name", name); }
+};
+
+}  // namespace
+
+TEST(JSONWriter, PrettyTextIndentsFourBlanksQuotesLeavesAndEscapesSlash) {
+  JSONObjectWriter w;
+  w.addKey("path", std::string("a/b"));
+  w.addKey("count", 3);
+  w.addKey("flag", false);
+  JSONListWriter list;
+  list.addItem(std::string("x"));
+  list.addItem(std::string("y"));
+  w.addKey("items", list);
+  JSONObjectWriter child;
+  child.addKey("k", std::string("v"));
+  w.addKey("child", child);
+  EXPECT_EQ(text(w),
+            "{\n"
+            "    \"path\": \"a\\/b\",\n"
+            "    \"count\": \"3\",\n"
+            "    \"flag\": \"false\",\n"
+            "    \"items\": [\n"
+            "        \"x\",\n"
+            "        \"y\"\n"
+            "    ],\n"
+            "    \"child\": {\n"
+            "        \"k\": \"v\"\n"
+            "    }\n"
+            "}\n");
+}
+
+TEST(JSONWriter, EmptyRootIsAPairOfBraces) {
+  JSONObjectWriter w;
+  EXPECT_TRUE(w.empty());
+  EXPECT_EQ(text(w), "{\n}\n");
+}
+
+TEST(JSONWriter, EmptyStringsObjectsAndListsAreLeftOut) {
+  JSONObjectWriter w;
+  w.addKey("description", std::string());
+  w.addKey("unified", false);
+  Named empty;
+  w.addKey("object", &empty);
+  w.addKey("null", static_cast<const JSONSerializable*>(nullptr));
+  w.addKey("list", std::vector<std::string>{"", ""});
+  JSONListWriter list;
+  list.addItem(&empty);
+  list.addItem(JSONObjectWriter());
+  w.addKey("objects", list);
+  EXPECT_EQ(text(w), "{\n    \"unified\": \"false\"\n}\n");
+}
+
+TEST(JSONWriter, StringKeyTwiceReplacesInPlaceWriterKeyTwiceDuplicates) {
+  JSONObjectWriter w;
+  w.addKey("a", std::string("1"));
+  w.addKey("b", std::string("2"));
+  w.addKey("a", std::string("3"));
+  JSONObjectWriter child;
+  child.addKey("x", std::string("y"));
+  w.addKey("c", child);
+  w.addKey("c", child);
+  EXPECT_EQ(text(w),
+            "{\n    \"a\": \"3\",\n    \"b\": \"2\",\n    \"c\": {\n        \"x\": \"y\"\n    },\n"
+            "    \"c\": {\n        \"x\": \"y\"\n    }\n}\n");
+}
+
+TEST(JSONWriter, DottedKeyMakesANestedObject) {
+  JSONObjectWriter w;
+  w.addKey("outer.inner", std::string("v"));
+  EXPECT_EQ(w.getTree().size(), 1u);
+  EXPECT_EQ(w.getTree().get<std::string>("outer.inner"), "v");
+  EXPECT_EQ(text(w), "{\n    \"outer\": {\n        \"inner\": \"v\"\n    }\n}\n");
+}
+
+TEST(JSONWriter, ListOfOneEmptyAndOneNonEmptyStringHasOneItem) {
+  JSONObjectWriter w;
+  w.addKey("l", std::vector<std::string>{"", "z"});
+  EXPECT_EQ(w.getTree().get_child("l").size(), 1u);
+}
+
+TEST(JSONWriter, ObjectsWriteDirectlyOrNested) {
+  Named n;
+  n.name = "n1";
+  JSONObjectWriter direct;
+  direct.writeObject(&n);
+  direct.writeObject(static_cast<const JSONSerializable*>(nullptr));
+  EXPECT_EQ(direct.getTree().get<std::string>("name"), "n1");
+  JSONListWriter list;
+  list.addItem(&n);
+  list.addItem(&n);
+  JSONObjectWriter w;
+  w.addKey("all", list);
+  EXPECT_EQ(w.getTree().get_child("all").size(), 2u);
+  EXPECT_EQ(w.getTree().get_child("all").front().first, "");
+}
+
+TEST(JSONWriter, BooleanListItemIsRefusedAndAddsNothing) {
+  JSONListWriter list;
+  EXPECT_THROW(list.addItem(true), HEXAlgException);
+  EXPECT_THROW(list.addItem(false), HEXAlgException);
+  EXPECT_TRUE(list.empty());
+}
+
+TEST(JSONWriter, StringOverAnObjectCannotBeWritten) {
+  JSONObjectWriter w;
+  w.addKey("a.b", std::string("1"));
+  w.addKey("a", std::string("2"));
+  std::ostringstream out;
+  EXPECT_THROW(w.write(out), boost::property_tree::json_parser_error);
+}
+
+TEST(JSONWriter, BareTreeWithOnlyAValueIsDropped) {
+  JSONObjectWriter w;
+  w.addKey("t", boost::property_tree::ptree("value"));
+  EXPECT_TRUE(w.empty());
+}

@@ -1,0 +1,64 @@
+#include "support/TestSupport.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include <boost/filesystem.hpp>
+
+namespace fs = boost::filesystem;
+
+namespace zr_test {
+
+TempDir::TempDir() {
+  const char* base = std::getenv("TMPDIR");
+  fs::path p = fs::path(base && *base ? base : "/tmp") / fs::unique_path("zr-test-%%%%-%%%%-%%%%");
+  fs::create_directories(p);
+  path_ = fs::canonical(p).string();
+}
+
+TempDir::~TempDir() {
+  boost::system::error_code ec;
+  // Make everything removable again, in case a test took permissions away.
+  for (fs::recursive_directory_iterator it(path_, ec), end; !ec && it != end; it.increment(ec))
+    fs::permissions(it->path(), fs::owner_all | fs::add_perms, ec);
+  fs::remove_all(path_, ec);
+}
+
+std::string TempDir::file(const std::string& relative) const { return path_ + "/" + relative; }
+
+std::string TempDir::write(const std::string& relative, const std::string& content) const {
+  const std::string p = file(relative);
+  writeFile(p, content);
+  return p;
+}
+
+void writeFile(const std::string& path, const std::string& content) {
+  fs::create_directories(fs::path(path).parent_path());
+  std::ofstream out(path, std::ios::binary);
+  out << content;
+  if (!out) throw std::runtime_error("cannot write " + path);
+}
+
+std::string readFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+ScopedEnvVar::ScopedEnvVar(const std::string& name, const char* value) : name_(name) {
+  const char* old = std::getenv(name.c_str());
+  had_ = old != nullptr;
+  if (had_) old_ = old;
+  if (value) ::setenv(name.c_str(), value, 1);
+  else ::unsetenv(name.c_str());
+}
+
+ScopedEnvVar::~ScopedEnvVar() {
+  if (had_) ::setenv(name_.c_str(), old_.c_str(), 1);
+  else ::unsetenv(name_.c_str());
+}
+
+}  // namespace zr_test

@@ -1,0 +1,45 @@
+#ifndef TESTS_SUPPORT_TESTSUPPORT_H
+#define TESTS_SUPPORT_TESTSUPPORT_H
+
+#include <string>
+
+namespace zr_test {
+
+// A fresh directory under the system temporary directory, removed with the object.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+
+  const std::string& path() const { return path_; }
+  // path() + "/" + relative
+  std::string file(const std::string& relative) const;
+  // Writes a file below the directory (parents made as needed) and returns its path.
+  std::string write(const std::string& relative, const std::string& content) const;
+
+ private:
+  std::string path_;
+};
+
+void writeFile(const std::string& path, const std::string& content);
+std::string readFile(const std::string& path);
+
+// Sets an environment variable for the life of the object, restoring it after.
+class ScopedEnvVar {
+ public:
+  ScopedEnvVar(const std::string& name, const char* value);
+  ~ScopedEnvVar();
+  ScopedEnvVar(const ScopedEnvVar&) = delete;
+  ScopedEnvVar& operator=(const ScopedEnvVar&) = delete;
+
+ private:
+  std::string name_;
+  bool had_;
+  std::string old_;
+};
+
+}  // namespace zr_test
+
+#endif
