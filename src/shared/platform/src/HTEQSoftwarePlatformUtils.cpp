@@ -11,7 +11,8 @@ namespace {
 const HTEQProcessorGroup* groupFor(const std::vector<HTEQSoftwarePlatform*>& candidates,
                                    const std::string& configName, const std::string& procGrpName,
                                    const std::string& osName) {
-  const HTEQSystemConfig* config = HTEQSoftwarePlatformUtils::getSystemConfigurationIn(candidates, configName);
+  const HTEQSystemConfig* config =
+      HTEQSoftwarePlatformUtils::getSystemConfigurationIn(candidates, configName);
   if (config == nullptr) return nullptr;
   const HTEQProcessorGroup* group = config->getProcGrpByName(procGrpName);
   if (group == nullptr || group->getOSName() != osName) return nullptr;
@@ -31,7 +32,8 @@ HTEQSystemConfig* HTEQSoftwarePlatformUtils::getSystemConfigByPrettyName(HTEQSof
   return found;
 }
 
-bool HTEQSoftwarePlatformUtils::isQemuSupported(HTEQSoftwarePlatform* platform, const std::string& prettyName) {
+bool HTEQSoftwarePlatformUtils::isQemuSupported(HTEQSoftwarePlatform* platform,
+                                                const std::string& prettyName) {
   const HTEQSystemConfig* c = getSystemConfigByPrettyName(platform, prettyName);
   return c != nullptr && c->isQemuSupported();
 }

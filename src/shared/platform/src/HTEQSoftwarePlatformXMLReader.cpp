@@ -49,8 +49,8 @@ bool HTEQSoftwarePlatformXMLReader::parseFile() {
   } catch (const HXMLException& e) {
     const std::string line = std::to_string(e.getLineNumber());
     const std::string reason = reasonOf(e, file_);
-    HUTConsole::out("Error parsing software platform file: " + file_ + "\nLine number:" + line + ". " + reason +
-                    "\n");
+    HUTConsole::out("Error parsing software platform file: " + file_ + "\nLine number:" + line + ". " +
+                    reason + "\n");
     errorMsg_ = "Error parsing software platform file: " + file_ + "\nLine number:" + line + ". " + reason;
     ZR_SEND_MSG("@74-51@%s%d", ComMsgMask::kError, file_, e.getLineNumber());
     return false;
@@ -80,7 +80,8 @@ void HTEQSoftwarePlatformXMLReader::parseConfiguration_(const TEQSoftwarePlatfor
   if (config.defaultProcessorGroup.isSet()) sc->setDefaultProcGrpName(text(config.defaultProcessorGroup));
   if (config.runtimes.isSet()) {
     // Every piece counts, an empty one between two commas included.
-    for (const std::string& runtime : HSTStringUtils::split(text(config.runtimes), ',')) sc->addRuntime(runtime);
+    for (const std::string& runtime : HSTStringUtils::split(text(config.runtimes), ','))
+      sc->addRuntime(runtime);
   }
 
   for (const auto& group : config.processorGroups) {
