@@ -287,6 +287,11 @@ TEST_F(SoftwarePlatformReader, RootErrorsFail) {
 
   expectFailureAt("<?xml version=\"1.0\"?>\n<teq:platform xmlns:teq=\"urn:teq:platform\">\n<oops>\n", 4);
   expectFailureAt("", 1, "empty");
+
+  // Nesting far beyond any real file is refused, not followed.
+  std::string deep;
+  for (int i = 0; i < 100000; ++i) deep += "<teq:x>";
+  expectFailureAt(spfm(configuration("c", deep + "\n")), 7);
 }
 
 TEST_F(SoftwarePlatformReader, MissingFileThrowsAndAVanishedOneFails) {
@@ -346,8 +351,8 @@ TEST(TEQSoftwarePlatformRecords, KeepSetFlagsAndWriteBackInFormatOrder) {
   EXPECT_TRUE(c.bootImages->image.hwBootBin.isSet());
   const Os& os = c.processorGroups.at(0).os;
   EXPECT_TRUE(os.hypervisorGuest.isSet());
-  EXPECT_EQ(os.hypervisorGuest.get(), L"");
-  EXPECT_EQ(os.toolConfig.get(), L"tc");
+  EXPECT_TRUE(os.hypervisorGuest.get().empty());
+  EXPECT_EQ(HI18N::convert(os.toolConfig.get()), "tc");
   EXPECT_FALSE(os.includePaths.isSet());
 
   // Written back, the attributes come in the order of the format, whatever
