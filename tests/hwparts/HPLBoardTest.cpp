@@ -68,8 +68,8 @@ TEST(HPLBoard, NewRecordsHaveTheirDefaults) {
   HPLDriver* d = board.addDriver();
   EXPECT_EQ("lin", d->getPlatform());
   std::unique_ptr<HSTFwdIter<HPLDriver*>> it(board.createDriverIter());
-  ASSERT_FALSE(it->isDone());
-  EXPECT_EQ(d, it->current());
+  ASSERT_TRUE(it->hasNext());
+  EXPECT_EQ(d, it->next());
   EXPECT_STREQ("IOSTANDARD", HPLBoard::PIN_IOSTD);
 }
 

@@ -122,10 +122,9 @@ TEST(HPLCore, WidestPortsAndPortRemoval) {
   HPLPort stranger;
   core.removePort(&stranger);
   std::unique_ptr<HSTFwdIter<HPLPort*>> it(core.createPortIter());
-  ASSERT_FALSE(it->isDone());
-  EXPECT_EQ(b, it->current());
-  it->next();
-  EXPECT_TRUE(it->isDone());
+  ASSERT_TRUE(it->hasNext());
+  EXPECT_EQ(b, it->next());
+  EXPECT_FALSE(it->hasNext());
 }
 
 TEST(HPLCore, EmptyCoreWritesOnlyItsComputeUnits) {

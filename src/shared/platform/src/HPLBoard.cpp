@@ -28,7 +28,7 @@ HPLDriver* HPLBoard::addDriver() {
   return drivers_.back();
 }
 
-HSTFwdIter<HPLDriver*>* HPLBoard::createDriverIter() const { return new HSTFwdSTLIter<HPLDriver*>(drivers_); }
+HSTFwdIter<HPLDriver*>* HPLBoard::createDriverIter() const { return HSTCreateFwdIter(drivers_); }
 
 HPLBoard::DimmConnector* HPLBoard::addDimmConnector() {
   connectors_.push_back(new DimmConnector());

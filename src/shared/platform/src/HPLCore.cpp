@@ -86,7 +86,7 @@ void HPLCore::removePort(HPLPort* port) {
   delete port;
 }
 
-HSTFwdIter<HPLPort*>* HPLCore::createPortIter() const { return new HSTFwdSTLIter<HPLPort*>(ports_); }
+HSTFwdIter<HPLPort*>* HPLCore::createPortIter() const { return HSTCreateFwdIter(ports_); }
 
 void HPLCore::addResourceInfo(const std::string& pblock, const std::string& name, const std::string& value) {
   ResourceMap& resources = pblockResources_[pblock];

@@ -14,7 +14,7 @@ void HPLPort::addAddressSegment(HPLAddressSegment* segment) {
 }
 
 HSTFwdIter<HPLAddressSegment*>* HPLPort::createAddressSegmentIter() const {
-  return new HSTFwdSTLIter<HPLAddressSegment*>(segments_);
+  return HSTCreateFwdIter(segments_);
 }
 
 void HPLPort::toJSON(teq_platform::JSONObjectWriter& writer) const {
