@@ -62,3 +62,32 @@ ScopedEnvVar::~ScopedEnvVar() {
 }
 
 }  // namespace zr_test
+
+namespace zr_test {
+
+std::string zdfText(const std::string& hardwareContent, const std::string& hardwareAttrs,
+                    const std::string& description) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"lib\"\n"
+         "    teq:name=\"board_a\" teq:version=\" 1.10 \" teq:schemaVersion=\"1.0\">\n"
+         "  <teq:description>" +
+         description +
+         "</teq:description>\n"
+         "  <teq:hardwarePlatforms " +
+         hardwareAttrs + ">\n" + hardwareContent +
+         "  </teq:hardwarePlatforms>\n"
+         "  <teq:softwarePlatforms>\n"
+         "    <teq:softwarePlatform teq:path=\"sw\" teq:name=\"a.spfm\"/>\n"
+         "  </teq:softwarePlatforms>\n"
+         "</teq:platform>\n";
+}
+
+std::string zdfHw(const std::string& path, const std::string& name) {
+  return "    <teq:hardwarePlatform teq:path=\"" + path + "\" teq:name=\"" + name + "\"/>\n";
+}
+
+std::string zdfEmu(const std::string& path, const std::string& name) {
+  return "    <teq:hwEmuPlatform teq:path=\"" + path + "\" teq:name=\"" + name + "\"/>\n";
+}
+
+}  // namespace zr_test
