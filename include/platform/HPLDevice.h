@@ -28,7 +28,9 @@ class ZR_PLATFORM_API HPLDevice : public HTEQDevice, public teq_platform::JSONSe
   // Scalable system clocks, clock name to frequency text.
   ClockMap& getSystemClockMap() { return systemClocks_; }
   const ClockMap& getSystemClockMap() const { return systemClocks_; }
-  void addSystemClock(const std::string& name, const std::string& frequency) { systemClocks_[name] = frequency; }
+  void addSystemClock(const std::string& name, const std::string& frequency) {
+    systemClocks_[name] = frequency;
+  }
   // The widest address of the core's ports.
   unsigned getAddrWidth() const { return core_.getMaxAddrWidth(); }
 

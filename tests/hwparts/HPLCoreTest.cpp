@@ -12,7 +12,8 @@ using hwparts_test::jsonText;
 
 namespace {
 
-HPLPort* addClockPort(HPLCore& core, const std::string& type, const std::string& name, const std::string& freq) {
+HPLPort* addClockPort(HPLCore& core, const std::string& type, const std::string& name,
+                      const std::string& freq) {
   HPLPort* p = core.addPort();
   p->setType(type);
   p->setName(name);
@@ -201,9 +202,9 @@ TEST(HPLCore, JSONKeyOrderWithResourcesParamsAndPorts) {
 
 TEST(HPLPort, WritesEveryAttributeInDeclaredOrder) {
   HPLPort port;
-  const char* keys[] = {"name",      "type",      "mode",       "base",      "range",          "dataWidth",
-                        "protocol",  "idWidth",   "addrWidth",  "userWidth", "addrOffset",     "addrRange",
-                        "maxBurstLength", "frequency", "polarity", "direction"};
+  const char* keys[] = {"name",           "type",      "mode",      "base",      "range",      "dataWidth",
+                        "protocol",       "idWidth",   "addrWidth", "userWidth", "addrOffset", "addrRange",
+                        "maxBurstLength", "frequency", "polarity",  "direction"};
   port.setDirection("15");
   port.setPolarity("14");
   port.setFrequency("13");
@@ -222,7 +223,8 @@ TEST(HPLPort, WritesEveryAttributeInDeclaredOrder) {
   port.setName("0");
   std::string expected = "{\n";
   for (int i = 0; i < 16; ++i) {
-    expected += std::string("    \"") + keys[i] + "\": \"" + std::to_string(i) + "\"" + (i < 15 ? ",\n" : "\n");
+    expected +=
+        std::string("    \"") + keys[i] + "\": \"" + std::to_string(i) + "\"" + (i < 15 ? ",\n" : "\n");
   }
   expected += "}\n";
   EXPECT_EQ(expected, jsonText(port));

@@ -56,8 +56,9 @@ TEST(HTEQDevice, BadPartStringsAreRefusedAndLeaveThePartAlone) {
       device.setFpgaPart(bad);
       FAIL() << "accepted " << bad;
     } catch (const HEXAlgException& e) {
-      EXPECT_EQ("HTEQDevice::convertFpgaDeviceToPart_ - FPGA Device (string) format not as expected: '" + bad + "'",
-                std::string(e.what()));
+      EXPECT_EQ(
+          "HTEQDevice::convertFpgaDeviceToPart_ - FPGA Device (string) format not as expected: '" + bad + "'",
+          std::string(e.what()));
     }
     EXPECT_EQ(bad, device.getFpgaPart());
     EXPECT_EQ("bc-1", device.getPartName());
@@ -129,8 +130,9 @@ TEST(HPLFile, WritesItsFourKeysAndOmitsEmptyOnes) {
   file.setProcessingOrder("2");
   file.setType("BITSTREAM");
   file.setName("a/b.bit");
-  EXPECT_EQ("{\n    \"name\": \"a\\/b.bit\",\n    \"type\": \"BITSTREAM\",\n    \"processingOrder\": \"2\"\n}\n",
-            jsonText(file));
+  EXPECT_EQ(
+      "{\n    \"name\": \"a\\/b.bit\",\n    \"type\": \"BITSTREAM\",\n    \"processingOrder\": \"2\"\n}\n",
+      jsonText(file));
   file.setUsedIn("synth");
   EXPECT_NE(std::string::npos, jsonText(file).find("\"type\": \"BITSTREAM\",\n    \"usedIn\": \"synth\",\n"));
 }

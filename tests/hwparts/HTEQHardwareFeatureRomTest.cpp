@@ -83,7 +83,8 @@ TEST(HTEQHardwareFeatureRom, FieldsLandAtTheirOffsetsLittleEndianAndReservedByte
   EXPECT_EQ(0, std::memcmp(&h[96], "v:b:n:1\0", 8));
   EXPECT_EQ(2, h[160]);
   EXPECT_EQ(16, h[161]);
-  EXPECT_EQ((std::vector<unsigned char>{0, 0, 0, 0, 4, 0, 0, 0}), std::vector<unsigned char>(&h[168], &h[176]));
+  EXPECT_EQ((std::vector<unsigned char>{0, 0, 0, 0, 4, 0, 0, 0}),
+            std::vector<unsigned char>(&h[168], &h[176]));
   EXPECT_EQ(0x11, h[176]);
   EXPECT_EQ(0x88, h[183]);
   EXPECT_EQ(0xf0, h[184]);
@@ -160,8 +161,9 @@ TEST(HTEQHardwareFeatureRom, UUIDTextIsReadWholeOrRefused) {
   rom.setUUID(std::string());
   EXPECT_EQ("0123abcd-4567-89ab-cdef-0011223344ff", rom.getUUIDAsString());
 
-  for (const std::string bad : {"not-a-uuid", "0123abcd-4567-89ab-cdef-0011223344ff-extra",
-                                "0123abcd-4567-89ab-cdef-0011223344f", "0123abcd-4567-89ab-cdef-0011223344ffz"}) {
+  for (const std::string bad :
+       {"not-a-uuid", "0123abcd-4567-89ab-cdef-0011223344ff-extra", "0123abcd-4567-89ab-cdef-0011223344f",
+        "0123abcd-4567-89ab-cdef-0011223344ffz"}) {
     try {
       rom.setUUID(bad);
       FAIL() << "accepted " << bad;
@@ -254,20 +256,19 @@ TEST(HTEQHardwareFeatureRom, JSONRendersValuesAndFeatureBits) {
   EXPECT_NE(std::string::npos, text.find("\"timeSinceEpoch\": \"1700000000123\",\n"));
   EXPECT_NE(std::string::npos, text.find("\"fpgaPartName\": \"xcvu9p-flgb2104-2-i\",\n"));
   EXPECT_NE(std::string::npos, text.find("\"drBaseAddress\": \"0x1000000\",\n"));
-  EXPECT_NE(std::string::npos,
-            text.find("\"featureBitMap\": {\n"
-                      "        \"value\": \"0x63ab31\",\n"
-                      "        \"unifiedPlatform\": \"enabled\",\n"
-                      "        \"auroraLink\": \"disabled\",\n"
-                      "        \"boardMgmt\": \"disabled\",\n"
-                      "        \"boardScheduler\": \"disabled\",\n"
-                      "        \"promType\": \"0x3\",\n"
-                      "        \"debugType\": \"0xab\",\n"
-                      "        \"peerToPeer\": \"enabled\",\n"
-                      "        \"uuid\": \"enabled\",\n"
-                      "        \"clockThrottling\": \"enabled\",\n"
-                      "        \"passthruTrans\": \"enabled\"\n"
-                      "    },\n"))
+  EXPECT_NE(std::string::npos, text.find("\"featureBitMap\": {\n"
+                                         "        \"value\": \"0x63ab31\",\n"
+                                         "        \"unifiedPlatform\": \"enabled\",\n"
+                                         "        \"auroraLink\": \"disabled\",\n"
+                                         "        \"boardMgmt\": \"disabled\",\n"
+                                         "        \"boardScheduler\": \"disabled\",\n"
+                                         "        \"promType\": \"0x3\",\n"
+                                         "        \"debugType\": \"0xab\",\n"
+                                         "        \"peerToPeer\": \"enabled\",\n"
+                                         "        \"uuid\": \"enabled\",\n"
+                                         "        \"clockThrottling\": \"enabled\",\n"
+                                         "        \"passthruTrans\": \"enabled\"\n"
+                                         "    },\n"))
       << text;
   EXPECT_NE(std::string::npos, text.find("\"cdmaBaseAddress0\": \"0x\",\n"));
   EXPECT_NE(std::string::npos, text.find("\"cdmaBaseAddress1\": \"0xa0b000\",\n"));

@@ -100,9 +100,10 @@ void HPLBoard::toJSON(teq_platform::JSONObjectWriter& writer) const {
   // A driver has no JSON form: as a list item it would only recurse. Refuse
   // before any key is written so that the caller's writer stays untouched.
   if (!drivers_.empty()) {
-    throw HEXAlgException("The board '" + name_ +
-                          "' cannot be written as JSON: its drivers have no JSON form, and writing them would "
-                          "recurse without end.");
+    throw HEXAlgException(
+        "The board '" + name_ +
+        "' cannot be written as JSON: its drivers have no JSON form, and writing them would "
+        "recurse without end.");
   }
   writer.addKey("name", name_);
   writer.addKey("vendor", vendor_);

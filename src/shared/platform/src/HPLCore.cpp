@@ -44,7 +44,8 @@ std::string HPLCore::getDynamicPblockName_() const {
   return "pblock_dynamic_region";
 }
 
-int HPLCore::getResCount(const std::string& type, const std::string& pblock, const std::string& variant) const {
+int HPLCore::getResCount(const std::string& type, const std::string& pblock,
+                         const std::string& variant) const {
   const bool dsp = HSTStringUtils::iequals(type, "DSP");
   std::string suffix;
   if (!variant.empty()) suffix = (dsp ? "s_" : "_") + variant;

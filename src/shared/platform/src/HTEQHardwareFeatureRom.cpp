@@ -66,7 +66,9 @@ uint32_t HTEQHardwareFeatureRom::getMorwenBuildID() const {
   return static_cast<uint32_t>(readLE_(kMorwenBuildID, 4));
 }
 void HTEQHardwareFeatureRom::setMorwenBuildID(uint32_t v) { writeLE_(kMorwenBuildID, 4, v); }
-uint32_t HTEQHardwareFeatureRom::getIPBuildID() const { return static_cast<uint32_t>(readLE_(kIPBuildID, 4)); }
+uint32_t HTEQHardwareFeatureRom::getIPBuildID() const {
+  return static_cast<uint32_t>(readLE_(kIPBuildID, 4));
+}
 void HTEQHardwareFeatureRom::setIPBuildID(uint32_t v) { writeLE_(kIPBuildID, 4, v); }
 uint64_t HTEQHardwareFeatureRom::getTimeSinceEpoch() const { return readLE_(kTimeSinceEpoch, 8); }
 void HTEQHardwareFeatureRom::setTimeSinceEpoch(uint64_t v) { writeLE_(kTimeSinceEpoch, 8, v); }
@@ -142,10 +144,11 @@ void HTEQHardwareFeatureRom::checkCDMAIndex_(unsigned index) {
   if (index < getCDMABaseAddressSize()) return;
   // Reads and writes share the words, "set" included, so callers see one text.
   char text[256];
-  std::snprintf(text, sizeof text,
-                "Attempt to set the CDMA Base Address on the CFA XML DOM object using index '%u' which is out "
-                "of bounds (max is: '%u')",
-                index, getCDMABaseAddressSize() - 1);
+  std::snprintf(
+      text, sizeof text,
+      "Attempt to set the CDMA Base Address on the CFA XML DOM object using index '%u' which is out "
+      "of bounds (max is: '%u')",
+      index, getCDMABaseAddressSize() - 1);
   throw HEXAlgException(text);
 }
 
