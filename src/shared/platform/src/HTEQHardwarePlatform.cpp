@@ -1,14 +1,1073 @@
 #include "platform/HTEQHardwarePlatform.h"
 
+#include <zip.h>
+
+#include <algorithm>
+#include <boost/property_tree/ptree.hpp>
+#include <cstdio>
+#include <fstream>
+#include <set>
+
+#include "HTEQTilPartitionsJsonReader.h"
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+#include "host/HHSMHwManager.h"
+#include "host/HSTStringUtils.h"
+#include "host/HUTEnv.h"
+#include "host/HUTFile.h"
+#include "host/HUTPathUtils.h"
+#include "platform/HTEQDesignIPInstance.h"
+#include "platform/HTEQHardwareBusInterface.h"
+#include "platform/HTEQHardwareIPParam.h"
+#include "platform/HTEQHardwareNocConnectivity.h"
+#include "platform/HTEQJSONUtils.h"
+#include "platform/HTEQReconfigPartition.h"
+#include "platform/HTEQSystemClock.h"
+#include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-HTEQHardwarePlatform::HTEQHardwarePlatform() = default;
-HTEQHardwarePlatform::~HTEQHardwarePlatform() = default;
+// Devices, cores and feature ROMs are records of the archive-backed model. The
+// operations that look into them are compiled once their classes are part of
+// the build; until then a platform has no device and no feature ROM.
+#if __has_include("platform/HPLDevice.h")
+#include "platform/HPLDevice.h"
+#define ZR_HW_HAS_DEVICES 1
+#else
+#define ZR_HW_HAS_DEVICES 0
+#endif
+#if __has_include("platform/HTEQHardwareFeatureRom.h")
+#include "platform/HTEQHardwareFeatureRom.h"
+#define ZR_HW_HAS_FEATURE_ROMS 1
+#else
+#define ZR_HW_HAS_FEATURE_ROMS 0
+#endif
+#if __has_include("platform/HTEQPlatform.h")
+#include "platform/HTEQPlatform.h"
+#include "platform/PlatformLoader.h"
+#define ZR_HW_HAS_LOADER 1
+#else
+#define ZR_HW_HAS_LOADER 0
+#endif
 
-void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
-  writer.addKey("platformFile", platformFile_);
+namespace {
+
+const char* const kHwEmuDir = "hw_emu";
+const char* const kAltPrefix = "alt_";
+const char* const kTilPartitionsMember = "tilarchive/arch/til_partition.json";
+const char* const kTilMetaDataMember = "tilarchive/morwen/tilprj_meta_data.json";
+// A member copied out of an archive larger than this is refused: metadata
+// members are small, and a bigger one is a damaged or hostile archive.
+const zip_uint64_t kMaxExtractedMemberSize = 256ull * 1024 * 1024;
+
+// Archive access of the hardware platform: whether a member exists, and copying
+// one member out to a file.
+bool zipHasMember(const std::string& archive, const std::string& member) {
+  if (archive.empty() || member.empty() || !HUTFile::isFile(archive)) return false;
+  int err = 0;
+  zip_t* za = zip_open(archive.c_str(), ZIP_RDONLY, &err);
+  if (za == nullptr) return false;
+  const bool found = zip_name_locate(za, member.c_str(), 0) >= 0;
+  zip_discard(za);
+  return found;
+}
+
+bool zipExtractMember(const std::string& archive, const std::string& member, const std::string& dest) {
+  if (archive.empty() || member.empty() || !HUTFile::isFile(archive)) return false;
+  int err = 0;
+  zip_t* za = zip_open(archive.c_str(), ZIP_RDONLY, &err);
+  if (za == nullptr) return false;
+  bool ok = false;
+  zip_stat_t st;
+  zip_stat_init(&st);
+  if (zip_stat(za, member.c_str(), 0, &st) == 0 && (st.valid & ZIP_STAT_SIZE) != 0 &&
+      st.size <= kMaxExtractedMemberSize) {
+    zip_file_t* zf = zip_fopen(za, member.c_str(), 0);
+    if (zf != nullptr) {
+      std::ofstream out(dest, std::ios::out | std::ios::binary | std::ios::trunc);
+      if (out) {
+        char buf[4096];
+        zip_uint64_t total = 0;
+        zip_int64_t n = 0;
+        ok = true;
+        while ((n = zip_fread(zf, buf, sizeof buf)) > 0) {
+          total += static_cast<zip_uint64_t>(n);
+          if (total > kMaxExtractedMemberSize) {
+            ok = false;
+            break;
+          }
+          out.write(buf, n);
+        }
+        if (n < 0) ok = false;
+        out.close();
+        if (!out) ok = false;
+      }
+      zip_fclose(zf);
+    }
+  }
+  zip_discard(za);
+  if (!ok) HUTFile::rmRecursive(dest);
+  return ok;
+}
+
+template <class T>
+void deleteAll(std::vector<T*>& v) {
+  for (T* p : v) delete p;
+  v.clear();
+}
+
+template <class T>
+void walkIter(HSTFwdIter<T>* iter, std::vector<T>& out) {
+  while (iter->hasNext()) out.push_back(iter->next());
+  delete iter;
+}
+
+std::string lower(const std::string& s) { return HSTStringUtils::toLower(s); }
+std::string upper(const std::string& s) { return HSTStringUtils::toUpper(s); }
+
+}  // namespace
+
+// ---------------------------------------------------------------------------
+// Construction
+
+HTEQHardwarePlatform::HTEQHardwarePlatform() : designIds_(new HTEQReconfigPartition()) {}
+
+HTEQHardwarePlatform::~HTEQHardwarePlatform() {
+  deleteAll(ipParams_);
+  deleteAll(nocConnectivity_);
+  deleteAll(busInterfaces_);
+  deleteAll(systemClocks_);
+#if ZR_HW_HAS_FEATURE_ROMS
+  deleteAll(featureRoms_);
+#endif
+  deleteAll(designIpInstances_);
+  deleteAll(reconfigPartitions_);
+  delete designIds_;
+}
+
+// ---------------------------------------------------------------------------
+// Identity
+
+std::string HTEQHardwarePlatform::getName() const { return name_; }
+std::string HTEQHardwarePlatform::getVendor() const { return vendor_; }
+std::string HTEQHardwarePlatform::getBoardId() const { return boardId_; }
+std::string HTEQHardwarePlatform::getDescription() const { return description_; }
+std::string HTEQHardwarePlatform::getDetailedDescription() const { return detailedDescription_; }
+std::string HTEQHardwarePlatform::getUniqueName() const { return name_; }
+std::string HTEQHardwarePlatform::getPrettyName() const { return boardId_; }
+
+HPLDevice* HTEQHardwarePlatform::firstFpgaDevice_() const { return getDevice("fpga0"); }
+
+std::string HTEQHardwarePlatform::getPartName() const {
+#if ZR_HW_HAS_DEVICES
+  TEQDeviceVec devices;
+  getDevices(devices);
+  if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartName();
+#endif
+  return std::string();
+}
+
+std::string HTEQHardwarePlatform::getFpgaDevice() const {
+#if ZR_HW_HAS_DEVICES
+  TEQDeviceVec devices;
+  getDevices(devices);
+  if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartDevice();
+#endif
+  return std::string();
+}
+
+// The architecture field of the first device's part string, not the whole part.
+std::string HTEQHardwarePlatform::getFpgaPart() const {
+#if ZR_HW_HAS_DEVICES
+  TEQDeviceVec devices;
+  getDevices(devices);
+  if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartArch();
+#endif
+  return std::string();
+}
+
+std::string HTEQHardwarePlatform::getReconfigModuleName() const {
+#if ZR_HW_HAS_DEVICES
+  HPLDevice* device = firstFpgaDevice_();
+  if (device != nullptr) return device->getCore().getReconfigModuleName();
+#endif
+  return std::string();
+}
+
+bool HTEQHardwarePlatform::hasUserDefinedScalableClocks() const {
+#if ZR_HW_HAS_DEVICES
+  HPLDevice* device = firstFpgaDevice_();
+  return device != nullptr && !device->getSystemClockMap().empty();
+#else
+  return false;
+#endif
+}
+
+const std::string& HTEQHardwarePlatform::getPlatformFile() const { return platformFile_; }
+const std::string& HTEQHardwarePlatform::getHpfmString() const { return hpfmString_; }
+
+void HTEQHardwarePlatform::setExpandable(bool v) { expandable_ = v; }
+void HTEQHardwarePlatform::setUnifiedPlatform(bool v) { unifiedPlatform_ = v; }
+void HTEQHardwarePlatform::setName(const std::string& v) { name_ = v; }
+void HTEQHardwarePlatform::setDescription(const std::string& v) { description_ = v; }
+void HTEQHardwarePlatform::setDetailedDescription(const std::string& v) { detailedDescription_ = v; }
+void HTEQHardwarePlatform::setVendor(const std::string& v) { vendor_ = v; }
+void HTEQHardwarePlatform::setBoardId(const std::string& v) { boardId_ = v; }
+void HTEQHardwarePlatform::setPlatformFile(const std::string& file) { platformFile_ = file; }
+
+void HTEQHardwarePlatform::setIsHWEmuPlatform(bool v) {
+  isHWEmuPlatform_ = v;
+  if (v) supportsHWEmulation_ = true;
+}
+
+bool HTEQHardwarePlatform::supportsHardware() const { return supportsHardware_; }
+bool HTEQHardwarePlatform::supportsSWEmulation() const { return supportsSWEmulation_; }
+bool HTEQHardwarePlatform::supportsHWEmulation() const { return supportsHWEmulation_; }
+bool HTEQHardwarePlatform::supportsTwoHwEmuBd() const { return supportsTwoHwEmuBd_; }
+void HTEQHardwarePlatform::setUsesNIFD(bool v) { usesNIFD_ = v; }
+bool HTEQHardwarePlatform::usesNIFD() const { return usesNIFD_; }
+
+const std::string& HTEQHardwarePlatform::getGeneratedName() const { return generatedName_; }
+const std::string& HTEQHardwarePlatform::getGeneratedVersion() const { return generatedVersion_; }
+unsigned int HTEQHardwarePlatform::getGeneratedChangeList() const { return generatedChangeList_; }
+const std::string& HTEQHardwarePlatform::getGeneratedIpChangeList() const { return generatedIpChangeList_; }
+const std::string& HTEQHardwarePlatform::getGeneratedSharedDataChangeList() const {
+  return generatedSharedDataChangeList_;
+}
+const std::string& HTEQHardwarePlatform::getGeneratedTimestamp() const { return generatedTimestamp_; }
+bool HTEQHardwarePlatform::isGeneratedByLink() const { return generatedByLink_; }
+const std::string& HTEQHardwarePlatform::getIdCode() const { return idCode_; }
+const std::string& HTEQHardwarePlatform::getExtendedIdCode() const { return extendedIdCode_; }
+
+// ---------------------------------------------------------------------------
+// Resources
+
+int HTEQHardwarePlatform::getBRAMCount() const { return bramCount_; }
+int HTEQHardwarePlatform::getDSPCount() const { return dspCount_; }
+int HTEQHardwarePlatform::getLUTCount() const { return lutCount_; }
+int HTEQHardwarePlatform::getFFCount() const { return ffCount_; }
+int HTEQHardwarePlatform::getRegisterCount() const { return registerCount_; }
+
+void HTEQHardwarePlatform::getAllResources(StringVector& types, StringVector& counts) const {
+  const std::pair<const char*, int> resources[] = {{"BRAM", getBRAMCount()},
+                                                   {"DSP", getDSPCount()},
+                                                   {"LUT", getLUTCount()},
+                                                   {"FF", getFFCount()},
+                                                   {"REG", getRegisterCount()}};
+  for (const auto& r : resources) {
+    if (r.second <= 0) continue;
+    types.push_back(r.first);
+    counts.push_back(std::to_string(r.second));
+  }
+}
+
+// ---------------------------------------------------------------------------
+// Clocks
+
+HTEQSystemClock* HTEQHardwarePlatform::addSystemClock() {
+  systemClocks_.push_back(new HTEQSystemClock());
+  return systemClocks_.back();
+}
+
+HSTFwdIter<HTEQSystemClock*>* HTEQHardwarePlatform::createSystemClockIter() const {
+  return HSTCreateFwdIter(systemClocks_);
+}
+
+void HTEQHardwarePlatform::getSystemClocks(TEQSystemClockVec& out) const {
+  walkIter(createSystemClockIter(), out);
+}
+
+// All clocks are looked at and the last match wins, so a reader may override an
+// earlier clock by listing it again.
+HTEQSystemClock* HTEQHardwarePlatform::findLastClock_(const std::string* name, const int* id) const {
+  HTEQSystemClock* found = nullptr;
+  for (HTEQSystemClock* c : systemClocks_) {
+    if (name != nullptr && c->getName() != *name) continue;
+    if (id != nullptr && c->getId() != *id) continue;
+    found = c;
+  }
+  return found;
+}
+
+HTEQSystemClock* HTEQHardwarePlatform::getDefaultClock() const {
+  return findLastClock_(nullptr, &defaultClkId_);
+}
+
+std::string HTEQHardwarePlatform::getDefaultClockName() const {
+  const HTEQSystemClock* c = getDefaultClock();
+  return c != nullptr ? c->getName() : std::string();
+}
+
+std::string HTEQHardwarePlatform::getDefaultClockFrequency() const {
+  const HTEQSystemClock* c = getDefaultClock();
+  return c != nullptr ? c->getFrequency() : std::string();
+}
+
+std::string HTEQHardwarePlatform::getDefaultClockId() const { return std::to_string(defaultClkId_); }
+
+std::string HTEQHardwarePlatform::getClockId(const std::string& name) const {
+  const HTEQSystemClock* c = findLastClock_(&name, nullptr);
+  return c != nullptr ? std::to_string(c->getId()) : std::string();
+}
+
+std::string HTEQHardwarePlatform::getClockFrequency(const std::string& name) const {
+  const HTEQSystemClock* c = findLastClock_(&name, nullptr);
+  return c != nullptr ? c->getFrequency() : std::string();
+}
+
+std::string HTEQHardwarePlatform::getPlatformFrequency(int id) const {
+  const HTEQSystemClock* c = findLastClock_(nullptr, &id);
+  return c != nullptr ? c->getFrequency() : std::string();
+}
+
+void HTEQHardwarePlatform::getSystemClockNames(StringVector& out) const {
+  for (const HTEQSystemClock* c : systemClocks_) out.push_back(c->getName());
+}
+
+void HTEQHardwarePlatform::getAllClockFrequencies(StringVector& names, StringVector& frequencies) const {
+  for (const HTEQSystemClock* c : systemClocks_) {
+    names.push_back(c->getName());
+    frequencies.push_back(c->getFrequency());
+  }
+}
+
+void HTEQHardwarePlatform::getCpuClockNames(StringVector& out) const { out.push_back("CPU"); }
+
+bool HTEQHardwarePlatform::hasScalableClocks() const {
+  for (const HTEQSystemClock* c : systemClocks_) {
+    if (c->isScalable()) return true;
+  }
+  return hasUserDefinedScalableClocks();
+}
+
+bool HTEQHardwarePlatform::hasFixedClocks() const {
+  for (const HTEQSystemClock* c : systemClocks_) {
+    if (c->isFixed()) return true;
+  }
+  return false;
+}
+
+// ---------------------------------------------------------------------------
+// IP parameters, NoC connectivity, bus interfaces
+
+HTEQHardwareIPParam* HTEQHardwarePlatform::addHardwareIPParam() {
+  ipParams_.push_back(new HTEQHardwareIPParam());
+  return ipParams_.back();
+}
+
+HSTFwdIter<HTEQHardwareIPParam*>* HTEQHardwarePlatform::createIPParamIter() const {
+  return HSTCreateFwdIter(ipParams_);
+}
+
+void HTEQHardwarePlatform::getHardwareIPParams(TEQHardwareIPParamVec& out) const {
+  walkIter(createIPParamIter(), out);
+}
+
+HTEQHardwareNocConnectivity* HTEQHardwarePlatform::addNocConnectivity() {
+  nocConnectivity_.push_back(new HTEQHardwareNocConnectivity());
+  return nocConnectivity_.back();
+}
+
+HSTFwdIter<HTEQHardwareNocConnectivity*>* HTEQHardwarePlatform::createNocConnectivityIter() const {
+  return HSTCreateFwdIter(nocConnectivity_);
+}
+
+void HTEQHardwarePlatform::getNocConnectivity(TEQHardwareNocConnectivityVec& out) const {
+  out.insert(out.end(), nocConnectivity_.begin(), nocConnectivity_.end());
+}
+
+HTEQHardwareBusInterface* HTEQHardwarePlatform::addBusInterface() {
+  busInterfaces_.push_back(new HTEQHardwareBusInterface());
+  return busInterfaces_.back();
+}
+
+HSTFwdIter<HTEQHardwareBusInterface*>* HTEQHardwarePlatform::createBusInterfaceIter() const {
+  return HSTCreateFwdIter(busInterfaces_);
+}
+
+void HTEQHardwarePlatform::getBusInterfaces(TEQHardwareBusInterfaceVec& out) const {
+  walkIter(createBusInterfaceIter(), out);
+}
+
+// Unlike clocks, the first interface of a name wins.
+HTEQHardwareBusInterface* HTEQHardwarePlatform::getBusInterfaceByName(const std::string& name) const {
+  HSTFwdIter<HTEQHardwareBusInterface*>* iter = createBusInterfaceIter();
+  HTEQHardwareBusInterface* found = nullptr;
+  while (found == nullptr && iter->hasNext()) {
+    HTEQHardwareBusInterface* bi = iter->next();
+    if (bi->getName() == name) found = bi;
+  }
+  delete iter;
+  return found;
+}
+
+int HTEQHardwarePlatform::getBusInterfaceMaxDataWidth() const {
+  int widest = 0;
+  for (const HTEQHardwareBusInterface* bi : busInterfaces_) widest = std::max(widest, bi->getDataWidth());
+  return widest;
+}
+
+namespace {
+unsigned int countAximm(const HTEQHardwarePlatform::TEQHardwareBusInterfaceVec& v, const char* mode) {
+  unsigned int n = 0;
+  for (const HTEQHardwareBusInterface* bi : v) {
+    if (HSTStringUtils::iequals(bi->getBusTypeRef(), "aximm") && HSTStringUtils::iequals(bi->getMode(), mode))
+      ++n;
+  }
+  return n;
+}
+}  // namespace
+
+unsigned int HTEQHardwarePlatform::getMaxAXIMMManagers() const {
+  return countAximm(busInterfaces_, "master");
+}
+
+unsigned int HTEQHardwarePlatform::getMaxAXIMMSubordinates() const {
+  return countAximm(busInterfaces_, "slave");
+}
+
+unsigned int HTEQHardwarePlatform::getMaxInterrupts() const {
+  unsigned int n = 0;
+  for (const HTEQHardwareBusInterface* bi : busInterfaces_) {
+    if (HSTStringUtils::iequals(bi->getBusTypeRef(), "interrupt")) ++n;
+  }
+  return n;
+}
+
+// ---------------------------------------------------------------------------
+// Feature ROMs
+
+HTEQHardwareFeatureRom* HTEQHardwarePlatform::addFeatureRom() {
+#if ZR_HW_HAS_FEATURE_ROMS
+  featureRoms_.push_back(new HTEQHardwareFeatureRom());
+  return featureRoms_.back();
+#else
+  return nullptr;
+#endif
+}
+
+HSTFwdIter<HTEQHardwareFeatureRom*>* HTEQHardwarePlatform::createFeatureRomIter() const {
+  return HSTCreateFwdIter(featureRoms_);
+}
+
+void HTEQHardwarePlatform::getFeatureRoms(TEQHardwareFeatureRomVec& out) const {
+  walkIter(createFeatureRomIter(), out);
+}
+
+HTEQHardwarePlatform::FeatureRomVecRange HTEQHardwarePlatform::getFeatureRomVecRange() const {
+  return FeatureRomVecRange(featureRoms_.begin(), featureRoms_.end());
+}
+
+// ---------------------------------------------------------------------------
+// State
+
+HTEQHardwarePlatform::PlatformState HTEQHardwarePlatform::getState() const {
+  if (platformState_ == "synth") return synth;
+  if (platformState_ == "impl") return impl;
+  if (platformState_ == "pre_synth") return pre_synth;
+  return unknown_state;
+}
+
+void HTEQHardwarePlatform::setState(int state) {
+  switch (state) {
+    case synth:
+      platformState_ = "synth";
+      break;
+    case impl:
+      platformState_ = "impl";
+      break;
+    case pre_synth:
+      platformState_ = "pre_synth";
+      break;
+    default:
+      platformState_.clear();
+      break;
+  }
+}
+
+bool HTEQHardwarePlatform::isPreSynthFlatShell() const {
+  return getState() == pre_synth && isExpandable() && !usesPR_ && designIntent_.getDataCenter();
+}
+
+bool HTEQHardwarePlatform::isSynthFlatShell() const {
+  return getState() == synth && isExpandable() && !usesPR_ && designIntent_.getDataCenter();
+}
+
+bool HTEQHardwarePlatform::isFlatShell() const { return isPreSynthFlatShell() || isSynthFlatShell(); }
+
+// ---------------------------------------------------------------------------
+// Design IP instances and reconfigurable partitions
+
+HTEQDesignIPInstance* HTEQHardwarePlatform::addDesignIPInstance() {
+  designIpInstances_.push_back(new HTEQDesignIPInstance());
+  return designIpInstances_.back();
+}
+
+HSTFwdIter<HTEQDesignIPInstance*>* HTEQHardwarePlatform::createDesignIPInstanceIter() const {
+  return HSTCreateFwdIter(designIpInstances_);
+}
+
+HTEQReconfigPartition* HTEQHardwarePlatform::addReconfigPartition() {
+  reconfigPartitions_.push_back(new HTEQReconfigPartition());
+  return reconfigPartitions_.back();
+}
+
+HTEQReconfigPartition* HTEQHardwarePlatform::findReconfigPartition(uint32_t nodeId) const {
+  for (HTEQReconfigPartition* p : reconfigPartitions_) {
+    if (p->getNodeID() == nodeId) return p;
+  }
+  return nullptr;
+}
+
+uint32_t HTEQHardwarePlatform::getDesignID() const { return designIds_->getDesignID(); }
+void HTEQHardwarePlatform::setDesignID(uint32_t v) { designIds_->setDesignID(v); }
+uint32_t HTEQHardwarePlatform::getParentID() const { return designIds_->getParentID(); }
+void HTEQHardwarePlatform::setParentID(uint32_t v) { designIds_->setParentID(v); }
+uint32_t HTEQHardwarePlatform::getNodeID() const { return designIds_->getNodeID(); }
+void HTEQHardwarePlatform::setNodeID(uint32_t v) { designIds_->setNodeID(v); }
+uint32_t HTEQHardwarePlatform::getFunctionID() const { return designIds_->getFunctionID(); }
+void HTEQHardwarePlatform::setFunctionID(uint32_t v) { designIds_->setFunctionID(v); }
+uint32_t HTEQHardwarePlatform::getTILPlInterfaceID() const { return designIds_->getTILPlInterfaceID(); }
+void HTEQHardwarePlatform::setTILPlInterfaceID(uint32_t v) { designIds_->setTILPlInterfaceID(v); }
+uint32_t HTEQHardwarePlatform::getTILNodeID() const { return designIds_->getTILNodeID(); }
+void HTEQHardwarePlatform::setTILNodeID(uint32_t v) { designIds_->setTILNodeID(v); }
+uint32_t HTEQHardwarePlatform::getTILUniqueID() const { return designIds_->getTILUniqueID(); }
+void HTEQHardwarePlatform::setTILUniqueID(uint32_t v) { designIds_->setTILUniqueID(v); }
+uint32_t HTEQHardwarePlatform::getTILPuID() const { return designIds_->getTILPuID(); }
+void HTEQHardwarePlatform::setTILPuID(uint32_t v) { designIds_->setTILPuID(v); }
+
+uint32_t HTEQHardwarePlatform::getNodeIDFromLfa(const std::string& file) const {
+#if ZR_HW_HAS_LOADER
+  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+  std::shared_ptr<HTEQPlatform> platform = loader.load();
+  if (platform == nullptr) return 0;
+  const HTEQHardwarePlatform* hw = platform->getHardwarePlatform();
+  return hw != nullptr ? hw->getNodeID() : 0;
+#else
+  (void)file;
+  return 0;
+#endif
+}
+
+bool HTEQHardwarePlatform::isValidRmLfa(const std::string& file) const {
+  return HUTFile::isFile(file) && findReconfigPartition(getNodeIDFromLfa(file)) != nullptr;
+}
+
+// Each partition takes at most one module file.
+bool HTEQHardwarePlatform::validateRmLfaFiles(const StringVector& files) const {
+  std::set<const HTEQReconfigPartition*> taken;
+  for (const std::string& file : files) {
+    if (!HUTFile::isFile(file)) return false;
+    const HTEQReconfigPartition* p = findReconfigPartition(getNodeIDFromLfa(file));
+    if (p == nullptr || !taken.insert(p).second) return false;
+  }
+  return true;
+}
+
+// ---------------------------------------------------------------------------
+// Hardware database
+
+bool HTEQHardwarePlatform::archiveHasMember_(const std::string& member) const {
+  return zipHasMember(platformFile_, member);
+}
+
+bool HTEQHardwarePlatform::hasHardwareDef_() const {
+  // Both are looked up on purpose, whatever the first answers.
+  const bool hwdef = archiveHasMember_("hwdef.xml");
+  const bool sysdef = archiveHasMember_("sysdef.xml");
+  return hwdef | sysdef;
+}
+
+std::string HTEQHardwarePlatform::getHwDbName() const {
+  if (!hwDbName_.empty()) return hwDbName_;
+  if (!hasHardwareDef_()) return std::string();
+  HHSMHwManager* manager = HHSMHwManager::getHsmHwManager();
+  if (manager->openDefFile(platformFile_)) {
+    const HHSMHardwareDb* db = manager->createHardwareDb(platformFile_);
+    if (db != nullptr) hwDbName_ = db->getName();
+  }
+  return hwDbName_;
+}
+
+HHSMHardwareDb* HTEQHardwarePlatform::getHwDb() const {
+  getHwDbName();
+  if (hwDbName_.empty()) return nullptr;
+  return HHSMHwManager::getHsmHwManager()->getHardwareDb(hwDbName_);
+}
+
+HHSMHardwareDb* HTEQHardwarePlatform::getHwDb(const std::string& name) const {
+  return HHSMHwManager::getHsmHwManager()->getHardwareDb(name);
+}
+
+HHSMHardwareDb* HTEQHardwarePlatform::createHwDb() const { return createHwDb(std::string()); }
+
+HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const std::string& name) const {
+  HHSMHwManager* manager = HHSMHwManager::getHsmHwManager();
+  if (!name.empty()) {
+    HHSMHardwareDb* existing = manager->getHardwareDb(name);
+    if (existing != nullptr) return existing;
+  }
+  if (!hasHardwareDef_()) return nullptr;
+  std::shared_ptr<HHDFHwDef> hdf = HHDFHwDefUtils::getHDF(platformFile_);
+  return manager->createHardwareDbFromHDF(hdf.get());
+}
+
+HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const StringVector& rmFiles) const {
+  return createHwDb(std::string(), rmFiles);
+}
+
+HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const std::string& name, const StringVector& rmFiles) const {
+  if (!hasHardwareDef_() || !isStatic_ || !validateRmLfaFiles(rmFiles)) return nullptr;
+  HHSMHwManager* manager = HHSMHwManager::getHsmHwManager();
+  if (!name.empty()) {
+    HHSMHardwareDb* existing = manager->getHardwareDb(name);
+    if (existing != nullptr) return existing;
+  }
+  HHSMHwManager::RmFileMap byInstancePath;
+#if ZR_HW_HAS_LOADER && ZR_HW_HAS_DEVICES
+  for (const std::string& file : rmFiles) {
+    teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+    std::shared_ptr<HTEQPlatform> platform = loader.load();
+    const HTEQHardwarePlatform* hw = platform != nullptr ? platform->getHardwarePlatform() : nullptr;
+    HPLDevice* device = hw != nullptr ? hw->getDevice("fpga0") : nullptr;
+    if (device == nullptr) continue;
+    const std::string instPath = device->getCore().getInstPath();
+    if (!instPath.empty()) byInstancePath[instPath] = file;
+  }
+#endif
+  return manager->createHardwareDb(platformFile_, byInstancePath);
+}
+
+// ---------------------------------------------------------------------------
+// Archive member names
+
+std::string HTEQHardwarePlatform::getPlatformExt() const {
+  if (platformFile_.empty()) return std::string();
+  const std::string ext = HUTPathUtils::getExtension(platformFile_);
+  return ext.empty() ? ext : ext.substr(1);
+}
+
+std::string HTEQHardwarePlatform::getJsonFileName() const {
+  const std::string ext = getPlatformExt();
+  return ext.empty() ? std::string() : ext + ".json";
+}
+
+std::string HTEQHardwarePlatform::getAltJsonFileName() const { return kAltPrefix + getJsonFileName(); }
+
+std::string HTEQHardwarePlatform::getHwEmuDir() const { return kHwEmuDir; }
+
+std::string HTEQHardwarePlatform::getHwEmuJsonFileName() const {
+  const std::string ext = getPlatformExt();
+  return ext.empty() ? std::string() : getHwEmuDir() + "/" + ext + ".json";
+}
+
+std::string HTEQHardwarePlatform::getAltHwEmuJsonFileName() const {
+  const std::string ext = getPlatformExt();
+  return ext.empty() ? std::string() : getHwEmuDir() + "/" + kAltPrefix + ext + ".json";
+}
+
+std::string HTEQHardwarePlatform::getHwEmuXmlFileName() const {
+  const std::string ext = getPlatformExt();
+  return ext.empty() ? std::string() : getHwEmuDir() + "/" + ext + ".xml";
+}
+
+std::string HTEQHardwarePlatform::getXmlFileName() const {
+  if (platformFile_.empty()) return std::string();
+  if (isChildHardwareEmuPlatform_) return getHwEmuXmlFileName();
+  const std::string ext = getPlatformExt();
+  return ext.empty() ? std::string() : ext + ".xml";
+}
+
+bool HTEQHardwarePlatform::containsChildHardwareEmuPlatform() const {
+  if (isChildHardwareEmuPlatform_ || platformFile_.empty()) return false;
+  return archiveHasMember_(getHwEmuJsonFileName());
+}
+
+const std::vector<std::string>& HTEQHardwarePlatform::getValidPlatformExts() {
+  static const std::vector<std::string> exts = {".cfa", ".lfa"};
+  return exts;
 }
 
 bool HTEQHardwarePlatform::isValidPlatformExt(const std::string& extension) {
-  return extension == ".cfa" || extension == ".lfa";
+  const auto& exts = getValidPlatformExts();
+  return std::find(exts.begin(), exts.end(), extension) != exts.end();
+}
+
+// ---------------------------------------------------------------------------
+// Tile array
+
+HTEQTilPartition& HTEQHardwarePlatform::addTilPartition() {
+  tilPartitions_.emplace_back();
+  return tilPartitions_.back();
+}
+
+HTEQTilPartition& HTEQHardwarePlatform::addTilPartition(int startColumn, int numColumns) {
+  tilPartitions_.emplace_back(startColumn, numColumns);
+  return tilPartitions_.back();
+}
+
+namespace {
+// Copies a file out of the tile-array project, an archive held as the "TILPRJ"
+// member of the platform archive. The project is staged under the temporary
+// directory and removed again when it was staged here.
+bool extractFromTilProject(const HTEQHardwarePlatform& platform, const std::string& pathInProject,
+                           const std::string& dest) {
+  const std::string projectMember = platform.getFile("TILPRJ");
+  if (projectMember.empty() || platform.getPlatformFile().empty()) return false;
+  const std::string staged =
+      HUTEnv::instance().getJUNTmpDir() + "/" + HUTPathUtils::getFileName(projectMember);
+  bool stagedHere = false;
+  if (!HUTFile::exists(staged)) {
+    if (!zipExtractMember(platform.getPlatformFile(), projectMember, staged)) return false;
+    stagedHere = true;
+  }
+  const bool ok = zipExtractMember(staged, pathInProject, dest);
+  if (stagedHere) HUTFile::rmRecursive(staged);
+  return ok;
+}
+}  // namespace
+
+// Partitions come from the tile-array project of a fixed platform, read once.
+void HTEQHardwarePlatform::initTilPartitions() const {
+  if (expandable_ || tilPartitionsRead_) return;
+  tilPartitionsRead_ = true;
+  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/til_partitions.json";
+  if (!extractFromTilProject(*this, kTilPartitionsMember, target)) return;
+  // The reader fills the vector through the non-const factories.
+  const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
+  HUTFile::rmRecursive(target);
+}
+
+void HTEQHardwarePlatform::parseTILPartitions(const std::string& file) {
+  HTEQTilPartitionsJsonReader reader(this);
+  reader.parse(file);
+}
+
+bool HTEQHardwarePlatform::hasTilPartitions() const {
+  initTilPartitions();
+  return !tilPartitions_.empty();
+}
+
+const std::vector<HTEQTilPartition>& HTEQHardwarePlatform::getTilPartitions() const {
+  initTilPartitions();
+  return tilPartitions_;
+}
+
+std::vector<HTEQTilPartition>& HTEQHardwarePlatform::getTilPartitions() {
+  initTilPartitions();
+  return tilPartitions_;
+}
+
+const HTEQTilPartition& HTEQHardwarePlatform::findTilPartition(const std::string& name) const {
+  initTilPartitions();
+  for (const HTEQTilPartition& p : tilPartitions_) {
+    if (p.tilInst() == name) return p;
+  }
+  return HTEQTilPartition::emptyPartition();
+}
+
+bool HTEQHardwarePlatform::hasTilPartition(const std::string& name) const {
+  for (const HTEQTilPartition& p : getTilPartitions()) {
+    if (p.hasPartition(name)) return true;
+  }
+  return false;
+}
+
+void HTEQHardwarePlatform::parseMetaData(const std::string& file, std::map<std::string, std::string>& out) {
+  std::ifstream in(file, std::ios::in | std::ios::binary);
+  if (!in) return;
+  boost::property_tree::ptree tree;
+  HTEQJSONUtils::readJSON(in, tree, file);
+  const auto metaData = tree.get_child_optional("MetaData");
+  if (!metaData) return;
+  for (const auto& item : *metaData) {
+    out[HTEQJSONUtils::getStringValue(item.second, "name")] =
+        HTEQJSONUtils::getStringValue(item.second, "value");
+  }
+}
+
+std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
+  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/tilprj_meta_data.json";
+  if (!extractFromTilProject(*this, kTilMetaDataMember, target)) return std::string();
+  std::map<std::string, std::string> metaData;
+  try {
+    parseMetaData(target, metaData);
+  } catch (...) {
+    HUTFile::rmRecursive(target);
+    throw;
+  }
+  HUTFile::rmRecursive(target);
+  const auto it = metaData.find("TIL_PL_INTF_ID_STR");
+  return it == metaData.end() ? std::string() : it->second;
+}
+
+void HTEQHardwarePlatform::writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const {
+  teq_platform::JSONListWriter list;
+  for (const HTEQTilPartition& p : tilPartitions_) list.addItem(&p);
+  writer.addKey("tilPartitions", list);
+}
+
+// ---------------------------------------------------------------------------
+// Memory banks
+
+// A memory port "memss" marks the one indexed memory subsystem.
+bool HTEQHardwarePlatform::isMemPortIndexed_(const HTEQHardwareBusInterface& bi) {
+  return lower(bi.getMemPort()) == "memss";
+}
+
+// Any other memory port is a bank of its own, except the general-purpose ports
+// and interfaces tagged "default".
+bool HTEQHardwarePlatform::isMemPortNonIndexed_(const HTEQHardwareBusInterface& bi) {
+  const std::string port = lower(bi.getMemPort());
+  return !port.empty() && port != "memss" && port != "m_axi_gp" && port != "s_axi_gp" &&
+         !HSTStringUtils::iequals(bi.getSPTag(), "default");
+}
+
+// The first interface that tells decides, once; while every interface seen is
+// skipped the state stays unknown and the next call walks again.
+bool HTEQHardwarePlatform::isMemoryResourceIndexed() const {
+  if (memIndexState_ != kIndexUnknown) return memIndexState_ == kIndexed;
+  for (const HTEQHardwareBusInterface* bi : busInterfaces_) {
+    if (isMemPortIndexed_(*bi)) {
+      memIndexState_ = kIndexed;
+      return true;
+    }
+    if (isMemPortNonIndexed_(*bi)) {
+      memIndexState_ = kNotIndexed;
+      return false;
+    }
+  }
+  return false;
+}
+
+bool HTEQHardwarePlatform::supportsMemoryResourceIndex() const { return memIndexState_ == kIndexed; }
+
+unsigned int HTEQHardwarePlatform::getMemoryResourceBusInterfacesIndexed_(
+    TEQHardwareBusInterfaceVec& out) const {
+  for (HTEQHardwareBusInterface* bi : busInterfaces_) {
+    if (isMemPortIndexed_(*bi)) out.push_back(bi);
+  }
+  return static_cast<unsigned int>(out.size());
+}
+
+unsigned int HTEQHardwarePlatform::getMemoryResourceBusInterfacesNonIndexed_(
+    TEQHardwareBusInterfaceVec& out) const {
+  for (HTEQHardwareBusInterface* bi : busInterfaces_) {
+    if (isMemPortNonIndexed_(*bi)) out.push_back(bi);
+  }
+  return static_cast<unsigned int>(out.size());
+}
+
+void HTEQHardwarePlatform::getMemoryBusInterfaces(TEQHardwareBusInterfaceVec& out) const {
+  getMemoryResourceBusInterfacesIndexed_(out);
+  getMemoryResourceBusInterfacesNonIndexed_(out);
+}
+
+unsigned int HTEQHardwarePlatform::getUniqueMemoryTypeStrings(StringVector& out) const {
+  std::set<std::string> types;
+  TEQHardwareBusInterfaceVec interfaces;
+  if (isMemoryResourceIndexed()) {
+    getMemoryResourceBusInterfacesIndexed_(interfaces);
+    for (const HTEQHardwareBusInterface* bi : interfaces) types.insert(upper(bi->getSPTag()));
+  } else {
+    getMemoryResourceBusInterfacesNonIndexed_(interfaces);
+    for (const HTEQHardwareBusInterface* bi : interfaces) types.insert(bi->getSPTag());
+  }
+  out.insert(out.end(), types.begin(), types.end());
+  return static_cast<unsigned int>(types.size());
+}
+
+unsigned int HTEQHardwarePlatform::getUniqueMemoryTypeCount() const {
+  StringVector scratch;
+  return getUniqueMemoryTypeStrings(scratch);
+}
+
+// A type must first be one of the unique types exactly as listed; the walks
+// then compare without regard to case.
+bool HTEQHardwarePlatform::hasUniqueMemoryType_(const std::string& type) const {
+  StringVector types;
+  getUniqueMemoryTypeStrings(types);
+  return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+unsigned int HTEQHardwarePlatform::getMemoryTypeCount(const std::string& type) const {
+  if (!hasUniqueMemoryType_(type)) return 0;
+  if (!isMemoryResourceIndexed()) return 1;
+  TEQHardwareBusInterfaceVec interfaces;
+  getMemoryResourceBusInterfacesIndexed_(interfaces);
+  const std::string wanted = upper(type);
+  for (const HTEQHardwareBusInterface* bi : interfaces) {
+    if (upper(bi->getSPTag()) == wanted) return bi->getNumAddressSegments();
+  }
+  return 0;
+}
+
+unsigned int HTEQHardwarePlatform::getMemoryIndex(const std::string& type, unsigned int n) const {
+  if (!hasUniqueMemoryType_(type) || !isMemoryResourceIndexed()) return 0;
+  TEQHardwareBusInterfaceVec interfaces;
+  getMemoryResourceBusInterfacesIndexed_(interfaces);
+  const std::string wanted = upper(type);
+  unsigned int index = 0;
+  for (const HTEQHardwareBusInterface* bi : interfaces) {
+    if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) index = bi->getMemoryIndex(n);
+  }
+  return index;
+}
+
+// Banks of an indexed platform all have the same size; it is not taken from
+// any data.
+std::string HTEQHardwarePlatform::getMemorySize(const std::string& type, unsigned int n) const {
+  if (!hasUniqueMemoryType_(type)) return std::string();
+  TEQHardwareBusInterfaceVec interfaces;
+  const std::string wanted = upper(type);
+  std::string size;
+  if (isMemoryResourceIndexed()) {
+    getMemoryResourceBusInterfacesIndexed_(interfaces);
+    for (const HTEQHardwareBusInterface* bi : interfaces) {
+      if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) return "16GB";
+    }
+    return std::string();
+  }
+  getMemoryResourceBusInterfacesNonIndexed_(interfaces);
+  for (const HTEQHardwareBusInterface* bi : interfaces) {
+    if (upper(bi->getSPTag()) == wanted) size = bi->getSize();
+  }
+  return size;
+}
+
+std::string HTEQHardwarePlatform::getMemorySLR(const std::string& type, unsigned int n) const {
+  if (!hasUniqueMemoryType_(type)) return std::string();
+  TEQHardwareBusInterfaceVec interfaces;
+  const std::string wanted = upper(type);
+  std::string slr;
+  if (isMemoryResourceIndexed()) {
+    getMemoryResourceBusInterfacesIndexed_(interfaces);
+    for (const HTEQHardwareBusInterface* bi : interfaces) {
+      if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) slr = bi->getMemorySLR(n);
+    }
+    return slr;
+  }
+  getMemoryResourceBusInterfacesNonIndexed_(interfaces);
+  for (const HTEQHardwareBusInterface* bi : interfaces) {
+    if (upper(bi->getSPTag()) == wanted) slr = bi->getSLR();
+  }
+  return slr;
+}
+
+void HTEQHardwarePlatform::updateHBMBankInfo(const std::string& instance, bool isDefault) {
+  if (hbmInstanceName_.empty()) {
+    hbmInstanceName_ = instance;
+  } else if (hbmInstanceName_ != instance) {
+    ZR_SEND_MSG("@74-261@", ComMsgMask::kError);
+    return;
+  }
+  ++hbmBankCount_;
+  if (isDefault) ++hbmDefaultBankCount_;
+}
+
+void HTEQHardwarePlatform::issueNormalizeMemoryBanksMessage(std::ostream& out) const {
+  if (!hbmPresent_ || hbmDefaultBankCount_ == 0 || hbmDefaultBankCount_ == hbmBankCount_) return;
+  out << "\n\n"
+      << "The HBM instance "
+      << "'" << hbmInstanceName_ << "'"
+      << " has only a subset of its auto-assignable memory banks tagged as 'default'. "
+      << "To attain better HBM bandwidth, use mirac parameter "
+         "'--advanced.param compiler.normalizeDefaultMemoryBanks=true' to change all HBM memory banks to "
+         "'default'."
+      << std::endl
+      << std::endl;
+}
+
+// ---------------------------------------------------------------------------
+// JSON
+
+namespace {
+template <class T>
+void addList(teq_platform::JSONObjectWriter& writer, const char* key, const std::vector<T*>& items) {
+  teq_platform::JSONListWriter list;
+  for (const T* item : items) list.addItem(item);
+  writer.addKey(key, list);
+}
+}  // namespace
+
+void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
+  writer.addKey("vendor", vendor_);
+  writer.addKey("boardId", boardId_);
+  writer.addKey("name", name_);
+  writer.addKey("description", description_);
+  writer.addKey("detailedDescription", detailedDescription_);
+  writer.addKey("uniqueName", getUniqueName());
+  writer.addKey("fpgaPart", getFpgaPart());
+  writer.addKey("fpgaDevice", getFpgaDevice());
+  writer.addKey("interfaceDescription", getInterfaceDesc());
+  writer.addKey("platformFile", platformFile_);
+  writer.addKey("unifiedPlatform", unifiedPlatform_);
+  writer.addKey("expandablePlatform", expandable_);
+  writer.addKey("hardware", supportsHardware());
+  writer.addKey("softwareEmulation", supportsSWEmulation());
+  writer.addKey("hardwareEmulation", supportsHWEmulation());
+  writer.addKey("hardwareEmuPlatform", isHWEmuPlatform_);
+  if (expandable_) {
+    writer.addKey("maxAXIMMManagers", getMaxAXIMMManagers());
+    writer.addKey("maxAXIMMSubordinates", getMaxAXIMMSubordinates());
+    writer.addKey("maxInterrupts", getMaxInterrupts());
+  }
+  writer.addKey("usesNIFD", usesNIFD());
+  if (isStatic_) writer.addKey("static", true);
+  if (isRM_) writer.addKey("rm", true);
+  writer.addKey("drBdInstName", drBdInstName_);
+  writer.addKey("generatedName", generatedName_);
+  writer.addKey("generatedVersion", generatedVersion_);
+  writer.addKey("generatedChangeList", generatedChangeList_);
+  writer.addKey("generatedIpChangeList", generatedIpChangeList_);
+  writer.addKey("generatedSharedDataChangeList", generatedSharedDataChangeList_);
+  writer.addKey("generatedTimestamp", generatedTimestamp_);
+  if (hasExternalSources_) writer.addKey("hasExternalSources", true);
+  if (hasRQAContent_) writer.addKey("hasRQAContent", true);
+  if (isGeneratedByLink()) writer.addKey("genLink", true);
+  if (generatedBySwEmuLink_) writer.addKey("genSwEmuLink", true);
+  writer.addKey("idCode", idCode_);
+  writer.addKey("extendedIdCode", extendedIdCode_);
+
+  teq_platform::JSONObjectWriter flash;
+  flash.addKey("interfaceType", flashInterfaceType_);
+  flash.addKey("offsetAddress", flashOffsetAddress_);
+  flash.addKey("size", flashSize_);
+  writer.addKey("flash", flash);
+
+  writer.addKey("designIDs", designIds_);
+  addList(writer, "reconfigPartitionIDs", reconfigPartitions_);
+  writer.addKey("tilHardware", &tilHardware_);
+  // Read directly: writing never triggers the lazy load of partitions.
+  if (expandable_ && !tilPartitions_.empty()) writeTilPartitions_(writer);
+  addList(writer, "designIpInstances", designIpInstances_);
+
+  StringVector types;
+  StringVector counts;
+  getAllResources(types, counts);
+  teq_platform::JSONListWriter resources;
+  for (size_t i = 0; i < types.size() && i < counts.size(); ++i) {
+    teq_platform::JSONObjectWriter r;
+    r.addKey("type", types[i]);
+    r.addKey("count", counts[i]);
+    resources.addItem(r);
+  }
+  writer.addKey("resources", resources);
+
+  // A platform whose clocks miss the default id marks none of them default.
+  const HTEQSystemClock* defaultClock = getDefaultClock();
+  teq_platform::JSONListWriter clocks;
+  for (const HTEQSystemClock* c : systemClocks_) {
+    teq_platform::JSONObjectWriter item;
+    item.addKey("default", defaultClock != nullptr && c->getName() == defaultClock->getName());
+    c->toJSON(item);
+    clocks.addItem(item);
+  }
+  writer.addKey("systemClocks", clocks);
+
+  addList(writer, "ipParameters", ipParams_);
+  addList(writer, "busInterfaces", busInterfaces_);
+  addList(writer, "nocConnectivity", nocConnectivity_);
+#if ZR_HW_HAS_FEATURE_ROMS
+  addList(writer, "featureRoms", featureRoms_);
+#endif
 }

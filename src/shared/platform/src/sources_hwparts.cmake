@@ -1,0 +1,11 @@
+list(APPEND ZR_PLATFORM_SOURCES
+  ${ZR_PLATFORM_DIR}/HTEQHardwareFeatureRom.cpp
+  ${ZR_PLATFORM_DIR}/HPLCore.cpp
+  ${ZR_PLATFORM_DIR}/HPLPort.cpp
+  ${ZR_PLATFORM_DIR}/HPLInterface.cpp
+  ${ZR_PLATFORM_DIR}/HTEQDevice.cpp
+  ${ZR_PLATFORM_DIR}/HPLDevice.cpp
+  ${ZR_PLATFORM_DIR}/HPLBoard.cpp
+  ${ZR_PLATFORM_DIR}/HPLPCIeId.cpp
+  ${ZR_PLATFORM_DIR}/HPLFile.cpp
+)

@@ -1,0 +1,370 @@
+#include <gtest/gtest.h>
+
+#include <boost/property_tree/ptree.hpp>
+#include <memory>
+#include <stdexcept>
+
+#include "HwPartsTestUtil.h"
+#include "host/HEXAll.h"
+#include "platform/HPLDevice.h"
+#include "platform/HPLDriver.h"
+#include "platform/HPLFile.h"
+#include "platform/HPLInterface.h"
+#include "platform/HPLMemory.h"
+#include "platform/HPLPlatform.h"
+#include "platform/HTEQHardwareFeatureRom.h"
+#include "platform/HTEQSystemClock.h"
+
+using hwparts_test::jsonText;
+
+TEST(HPLPlatform, NewPlatformKeepsSeparatorsInItsNames) {
+  HPLPlatform p;
+  EXPECT_EQ("0.0", p.getVersion());
+  EXPECT_EQ(":::0.0", p.getUniqueName());
+  EXPECT_EQ(":::0.0", p.getVBNV());
+  EXPECT_EQ("___0_0", p.getDeviceName());
+  EXPECT_EQ(" ()", p.getPrettyName());
+  EXPECT_EQ("rovapk2", p.getAcceleratorBinaryFormat());
+  EXPECT_EQ("bitstream", p.getAcceleratorBinaryContent());
+  EXPECT_EQ("unknown", p.getDefaultOutputType());
+  EXPECT_EQ("unknown", p.getHostArch());
+  EXPECT_EQ("unknown", p.getHostInterface());
+
+  p.setVendor("acme");
+  p.setBoardId("u250");
+  p.setName("gen3x16_xdma");
+  p.setVersionMajor(2);
+  p.setVersionMinor(10);
+  EXPECT_EQ("acme:u250:gen3x16_xdma:2.10", p.getUniqueName());
+  EXPECT_EQ("acme_u250_gen3x16_xdma_2_10", p.getDeviceName());
+  EXPECT_EQ("U250 (gen3x16_xdma)", p.getPrettyName());
+  p.setExplicitDesignIntent(HTEQDesignIntentStorage::embedded, true);
+  EXPECT_EQ("gen3x16_xdma", p.getPrettyName());
+  EXPECT_EQ("a:b:c:d", HPLPlatform::getVBNVAsStr("a", "b", "c", "d"));
+  std::vector<std::string> categories;
+  p.getTargetCategories(categories);
+  EXPECT_EQ((std::vector<std::string>{"Acceleration"}), categories);
+}
+
+TEST(HPLPlatform, HostTablesCompareWithoutCase) {
+  HPLPlatform p;
+  p.setHostArch("X86_64");
+  EXPECT_EQ(HPLPlatform::HOST_ARCH_X86_64, p.getHostArchAsEnum());
+  EXPECT_EQ("x86_64", p.getHostArch());
+  p.setHostArch("AArch64");
+  EXPECT_EQ("aarch64", p.getHostArch());
+  p.setHostArch("riscv");
+  EXPECT_EQ(HPLPlatform::HOST_ARCH_UNKNOWN, p.getHostArchAsEnum());
+  EXPECT_EQ("unknown", p.getHostArch());
+  // "unknown" is not a text the table matches: it gives the unknown value by falling through.
+  EXPECT_EQ(HPLPlatform::HOST_ARCH_UNKNOWN, HPLPlatform::getHostArchType("unknown"));
+  EXPECT_EQ((std::vector<std::string>{"x86_64", "armv7l", "ppc64le", "aarch64"}),
+            HPLPlatform::getHostArchTypesAsStr());
+  p.setHostInterface("AXI");
+  EXPECT_EQ(HPLPlatform::HOST_INTERFACE_AXI, p.getHostInterfaceAsEnum());
+  EXPECT_EQ("axi", p.getHostInterface());
+  p.setHostInterface("Pcie");
+  EXPECT_EQ("pcie", p.getHostInterface());
+  p.setHostInterface("usb");
+  EXPECT_EQ("unknown", p.getHostInterface());
+}
+
+TEST(HPLPlatform, FilesByTypeLastMatchForGetFileFirstExactForFindFile) {
+  HPLPlatform p;
+  HPLFile* first = p.addFile("HPFM", "a.hpfm");
+  p.addFile("hpfm", "b.hpfm");
+  p.addFile("SIM_BINARY", "");
+  EXPECT_EQ("HPFM", first->getType());
+  EXPECT_EQ("a.hpfm", first->getName());
+  EXPECT_EQ("b.hpfm", p.getFile("Hpfm"));
+  EXPECT_EQ("b.hpfm", p.getFile(HTEQPfmFileTypes::HPFM));
+  EXPECT_TRUE(p.hasFile(HTEQPfmFileTypes::HPFM));
+  EXPECT_EQ(first, p.findFile("HPFM"));
+  EXPECT_EQ("b.hpfm", p.findFile("hpfm")->getName());
+  EXPECT_EQ(nullptr, p.findFile("Hpfm"));
+  // A file with an empty name does not count.
+  EXPECT_FALSE(p.hasFile("SIM_BINARY"));
+  EXPECT_FALSE(p.hasSimContent());
+  EXPECT_EQ(3u, p.getNumFiles());
+
+  HPLFile stranger;
+  p.removeFile(&stranger);
+  EXPECT_EQ(3u, p.getNumFiles());
+  p.addFile("HPFM", "c.hpfm");
+  p.removeFileType("HPFM");
+  EXPECT_EQ(2u, p.getNumFiles());
+  EXPECT_EQ("b.hpfm", p.getFile("HPFM"));
+  auto range = p.getFileVecRange();
+  ASSERT_EQ(2, range.second - range.first);
+  EXPECT_EQ("b.hpfm", (*range.first)->getName());
+  std::unique_ptr<HSTFwdIter<HPLFile*>> it(p.createFileVecIter());
+  int n = 0;
+  while (it->hasNext()) {
+    it->next();
+    ++n;
+  }
+  EXPECT_EQ(2, n);
+}
+
+TEST(HPLPlatform, InterfaceDescriptionNeedsAHostedDesignIntent) {
+  HPLPlatform p;
+  HPLInterface* intf = p.addInterface();
+  intf->setName("gen4x8");
+  intf->setType("qdma");
+  EXPECT_EQ("", p.getInterfaceDesc());
+  p.setExplicitDesignIntent(HTEQDesignIntentStorage::dataCenter, true);
+  EXPECT_EQ("", p.getInterfaceDesc());
+  p.setComputedDesignIntent(HTEQDesignIntentStorage::externalHost, true);
+  EXPECT_EQ("gen4x8 qdma", p.getInterfaceDesc());
+  intf->setType("");
+  EXPECT_EQ("PCIe gen3x8", p.getInterfaceDesc());
+  p.addDevice()->setFpgaPart("arch:TZQ9KP:pkg:-2");
+  EXPECT_EQ("PCIe gen3x16", p.getInterfaceDesc());
+
+  HPLPlatform managed;
+  managed.setExplicitDesignIntent(HTEQDesignIntentStorage::serverManaged, true);
+  EXPECT_EQ("PCIe gen3x8", managed.getInterfaceDesc());
+}
+
+TEST(HPLPlatform, DevicesAndTheFirstCore) {
+  HPLPlatform p;
+  EXPECT_EQ(10u, p.getNumComputeUnits());
+  EXPECT_EQ(0, p.getRegisterCount());
+  EXPECT_FALSE(p.usesExpandedPR());
+  EXPECT_EQ("", p.getOclInstPath());
+
+  HPLDevice* other = p.addDevice();
+  other->setName("fpga1");
+  EXPECT_EQ(0u, p.getNumComputeUnits());
+  other->getCore().setNumComputeUnits(3);
+  HPLDevice* fpga0 = p.addDevice();
+  fpga0->setName("fpga0");
+  fpga0->getCore().setNumComputeUnits(7);
+  fpga0->getCore().setInstPath("top/ulp");
+  fpga0->getCore().addResourceInfo("pblock_dynamic_region", "REG", "2048");
+  fpga0->getCore().addSLRInfo("pblock_dynamic_region", "SLR1,SLR0");
+  HPLDevice* duplicate = p.addDevice();
+  duplicate->setName("fpga0");
+  duplicate->getCore().setParentRMInstPath("top/rm");
+
+  // The last device decides the compute units; the first "fpga0" is the first core.
+  EXPECT_EQ(0u, p.getNumComputeUnits());
+  EXPECT_EQ(fpga0, p.getDevice("fpga0"));
+  EXPECT_EQ(nullptr, p.getDevice("FPGA0"));
+  EXPECT_EQ(2048, p.getRegisterCount());
+  EXPECT_EQ("top/ulp", p.getOclInstPath());
+  EXPECT_FALSE(p.usesExpandedPR());
+  EXPECT_EQ(3u, p.getOCLRegionCount());
+  std::vector<std::string> slrs;
+  p.getValidSLRNames(slrs);
+  EXPECT_EQ((std::vector<std::string>{"SLR0", "SLR1"}), slrs);
+  HTEQHardwarePlatform::TEQDeviceVec devices;
+  p.getDevices(devices);
+  ASSERT_EQ(3u, devices.size());
+  EXPECT_EQ("fpga1", devices[0]->getName());
+  // The base platform's part name comes from the first device.
+  other->setFpgaPart("arch:dev:pkg:-1");
+  EXPECT_EQ("devpkg-1", p.getPartName());
+}
+
+TEST(HPLPlatform, MemorySizesInGigabytes) {
+  HPLPlatform p;
+  EXPECT_EQ("ddr4", p.getMemType());
+  EXPECT_EQ("8 GB", p.getMemSize());
+  EXPECT_EQ(0, p.getMemSizeInGb(5));
+  EXPECT_EQ(0u, p.getNumDDRs());
+
+  HPLMemory* a = p.addMemory();
+  a->setSize("16GB");
+  HPLMemory* b = p.addMemory();
+  b->setType("ddr3");
+  b->setSize("512MB");
+  EXPECT_EQ("", p.getMemType());
+  EXPECT_EQ(2u, p.getNumDDRs());
+  EXPECT_EQ(16, p.getMemSizeInGb(0));
+  EXPECT_EQ(0, p.getMemSizeInGb(1));
+  EXPECT_EQ(16, p.getTotalMemSizeInGb());
+  EXPECT_EQ("16 GB", p.getMemSize());
+  b->setSize("16 GB");
+  EXPECT_EQ("32 GB", p.getMemSize());
+  b->setSize("1TB");
+  EXPECT_EQ(0, p.getMemSizeInGb(1));
+  EXPECT_THROW(p.getMemSizeInGb(2), std::out_of_range);
+  b->setSize("x4GB");
+  EXPECT_THROW(p.getMemSizeInGb(1), std::invalid_argument);
+  a->setSize("2048MB");
+  b->setSize("");
+  EXPECT_EQ("8 GB", p.getMemSize());
+}
+
+TEST(HPLPlatform, ValueListsBoardForwardingAndPaths) {
+  HPLPlatform p;
+  EXPECT_EQ("", p.getValidBinaryContentValuesAsStr());
+  p.addValidBinaryContentValue("bitstream");
+  p.addValidBinaryContentValue("pdi");
+  p.addValidBinaryContentValue("bitstream");
+  EXPECT_EQ("bitstream,pdi", p.getValidBinaryContentValuesAsStr());
+  p.addValidOutputTypeValue("xclbin");
+  p.addValidOutputTypeValue("xclbin");
+  EXPECT_EQ("xclbin", p.getValidOutputTypeValuesAsStr());
+  p.addZuncCompileXpSwitch("-a");
+  p.addZuncCompileXpSwitch("-a");
+  EXPECT_EQ(2u, p.getZuncCompileXpSwitches().size());
+
+  p.getBoard().setImgFileHdpi("h.png");
+  p.getBoard().setImgFileLdpi("l.png");
+  p.getBoard().setBoardPart("acme:u250:1.3");
+  p.getBoard().addDimmConnector("c0", "Slot", "DIMM", "m0", "Module", true, true);
+  std::vector<std::string> images;
+  p.getBoardImgZipEntries(images);
+  EXPECT_EQ((std::vector<std::string>{"l.png", "", "h.png"}), images);
+  EXPECT_EQ("acme:u250:1.3", p.getBoardPart());
+  EXPECT_TRUE(p.hasDimmConnectors());
+  EXPECT_EQ("c0 m0", p.getBoardConnectionsString());
+  EXPECT_EQ("c0 m0", p.getLockedBoardConnectionsString());
+  EXPECT_EQ("", p.getUnlockedBoardConnectionsString());
+  EXPECT_EQ("Module", p.getConnectorDisplayName("M0"));
+
+  EXPECT_EQ("", p.getXmlFile());
+  EXPECT_EQ("", p.getDirectory());
+  p.setXmlFile("/opt/pfm/hw/../hw/meta.xml");
+  EXPECT_EQ("/opt/pfm/hw/../hw", p.getDirectory());
+  EXPECT_EQ("/opt/pfm/hw/meta.xml", p.getXmlFile());
+}
+
+TEST(HPLPlatform, ArchiveMembersAreEmptyWithoutAnArchive) {
+  HPLPlatform p;
+  p.addFile("BOARD_REPO_PATH", "board_repo");
+  p.addFile("META_JSON", "meta.json");
+  EXPECT_EQ("", p.getBoardRepo());
+  p.setPlatformFile("/nonexistent/dir/p.lfa");
+  EXPECT_EQ("", p.getBoardRepo());
+  EXPECT_EQ("", p.getExtMetaJsonAsString());
+  boost::property_tree::ptree tree;
+  tree.put("kept", "1");
+  p.getExtMetaJsonAsPtree(tree);
+  EXPECT_EQ("1", tree.get<std::string>("kept"));
+}
+
+TEST(HPLPlatform, PlatformWithoutPRWritesNoHostKeys) {
+  HPLPlatform p;
+  p.setHostArch("x86_64");
+  p.setHostInterface("pcie");
+  const std::string withPR = jsonText(p);
+  EXPECT_NE(std::string::npos,
+            withPR.find("    \"hostArchitecture\": \"x86_64\",\n    \"hostInterface\": \"pcie\",\n    \"usesPR\": "
+                        "\"true\",\n"));
+  p.setUsesPR(false);
+  const std::string flat = jsonText(p);
+  EXPECT_EQ(std::string::npos, flat.find("hostArchitecture"));
+  EXPECT_EQ(std::string::npos, flat.find("hostInterface"));
+  EXPECT_NE(std::string::npos, flat.find("\"usesPR\": \"false\""));
+}
+
+TEST(HPLPlatform, WholeDocumentKeyOrderOfASmallPlatform) {
+  HPLPlatform p;
+  p.setVendor("acme");
+  p.setBoardId("u2");
+  p.setName("base");
+  p.setVersionMajor(1);
+  p.setVersionMinor(2);
+  p.setHostArch("x86_64");
+  p.setHostInterface("pcie");
+  p.setPlatformState("impl");
+  p.setTopModuleName("top");
+  p.addValidBinaryContentValue("bitstream");
+  p.addValidBinaryContentValue("pdi");
+  p.addZuncCompileXpSwitch("-c");
+  p.addZuncLinkXpSwitch("-l");
+  p.setDcpEncrypt(true);
+  p.setComputedDesignIntent(HTEQDesignIntentStorage::dataCenter, true);
+  p.getBoard().setName("u2");
+  HPLDevice* d = p.addDevice();
+  d->setName("fpga0");
+  HPLInterface* i = p.addInterface();
+  i->setId("0");
+  HPLMemory* m = p.addMemory();
+  m->setName("ddr0");
+  p.addFile("HPFM", "p.hpfm");
+  p.addFeatureRom()->setMajorVersion(1);
+  p.setExpandable(false);
+
+  const std::string text = jsonText(p);
+  const char* order[] = {
+      "\"versionMajor\": \"1\"",        "\"versionMinor\": \"2\"",
+      "\"hostArchitecture\": \"x86_64\"", "\"hostInterface\": \"pcie\"",
+      "\"usesPR\": \"true\"",           "\"platformState\": \"impl\"",
+      "\"topModuleName\": \"top\"",     "\"acceleratorBinaryFormat\": \"rovapk2\"",
+      "\"acceleratorBinaryContent\": \"bitstream\"",
+      "\"validAcceleratorBinaryContentValues\": \"bitstream,pdi\"",
+      "\"zuncCompileXPSwitches\": [\n        \"-c\"\n    ]",
+      "\"zuncLinkXPSwitches\": [\n        \"-l\"\n    ]",
+      "\"dcpFunctionStripped\": \"false\"", "\"dcpEncrypted\": \"true\"",
+      "\"defaultOutputType\": \"unknown\"",
+      "\"designIntent\": {\n        \"dataCenter\": {\n            \"value\": \"true\"",
+      "\"board\": {\n        \"name\": \"u2\"\n    }",
+      "\"devices\": [\n        {\n            \"name\": \"fpga0\"",
+      "\"interfaces\": [\n        {\n            \"id\": \"0\"\n        }\n    ]",
+      "\"memories\": [\n        {\n            \"name\": \"ddr0\"\n        }\n    ]",
+      "\"files\": [\n        {\n            \"name\": \"p.hpfm\",\n            \"type\": \"HPFM\"\n        }\n    ]",
+      // The base platform's keys follow.
+      "\"vendor\": \"acme\"",           "\"boardId\": \"u2\"",
+      "\"name\": \"base\"",             "\"uniqueName\": \"acme:u2:base:1.2\"",
+      "\"unifiedPlatform\": \"false\"", "\"expandablePlatform\": \"false\"",
+      "\"featureRoms\": [\n        {\n            \"majorVersion\": \"1\"",
+  };
+  std::string::size_type at = 0;
+  for (const char* key : order) {
+    std::string::size_type found = text.find(key, at);
+    ASSERT_NE(std::string::npos, found) << "missing or out of order: " << key << "\n" << text;
+    at = found + 1;
+  }
+  // The document starts with the archive's keys and has no extensions without metadata.
+  EXPECT_EQ(0u, text.find("{\n    \"versionMajor\": \"1\",\n    \"versionMinor\": \"2\",\n"));
+  EXPECT_EQ(std::string::npos, text.find("\"extensions\""));
+  EXPECT_EQ(std::string::npos, text.find("maxAXIMMManagers"));
+}
+
+TEST(HPLPlatform, JSONOfANewPlatform) {
+  HPLPlatform p;
+  const std::string text = jsonText(p);
+  EXPECT_EQ(0u, text.find("{\n"
+                          "    \"versionMajor\": \"0\",\n"
+                          "    \"versionMinor\": \"0\",\n"
+                          "    \"hostArchitecture\": \"unknown\",\n"
+                          "    \"hostInterface\": \"unknown\",\n"
+                          "    \"usesPR\": \"true\",\n"
+                          "    \"acceleratorBinaryFormat\": \"rovapk2\",\n"
+                          "    \"acceleratorBinaryContent\": \"bitstream\",\n"
+                          "    \"dcpFunctionStripped\": \"false\",\n"
+                          "    \"dcpEncrypted\": \"false\",\n"
+                          "    \"defaultOutputType\": \"unknown\",\n"
+                          "    \"designIntent\": {\n"))
+      << text;
+  // No board, device, interface, memory or file keys for a new platform; the base's keys follow the intent.
+  for (const char* key : {"\"board\"", "\"devices\"", "\"interfaces\"", "\"memories\"", "\"files\"",
+                          "\"platformState\"", "\"topModuleName\"", "\"zuncCompileXPSwitches\""}) {
+    EXPECT_EQ(std::string::npos, text.find(key)) << key;
+  }
+  EXPECT_NE(std::string::npos, text.find("    },\n    \"uniqueName\": \":::0.0\",\n")) << text;
+}
+
+TEST(HPLPlatform, BoardWithADriverIsRefusedBeforeAnyKey) {
+  HPLPlatform p;
+  p.setName("x");
+  p.getBoard().addDriver();
+  teq_platform::JSONObjectWriter writer;
+  EXPECT_THROW(p.toJSON(writer), HEXAlgException);
+  EXPECT_TRUE(writer.empty());
+}
+
+TEST(HPLPlatform, EqualityComparesTheJSONTextWithoutCase) {
+  HPLPlatform a;
+  HPLPlatform b;
+  EXPECT_TRUE(a.isEquals(b));
+  a.setName("Base");
+  b.setName("BASE");
+  EXPECT_TRUE(a.isEquals(b));
+  b.setVersionMinor(1);
+  EXPECT_FALSE(a.isEquals(b));
+}

@@ -1,0 +1,293 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <vector>
+
+#include "HwPartsTestUtil.h"
+#include "host/HEXAll.h"
+#include "platform/HTEQHardwareFeatureRom.h"
+
+using hwparts_test::jsonText;
+
+namespace {
+
+using Name = unsigned char[HTEQHardwareFeatureRom::kNameSize];
+
+void fillName(Name& name, const std::string& text) {
+  std::memset(name, 0, sizeof name);
+  std::memcpy(name, text.data(), std::min<std::size_t>(text.size(), sizeof name));
+}
+
+std::vector<unsigned char> headerBytes(const HTEQHardwareFeatureRom& rom) {
+  const unsigned char* h = rom.getRomHeader();
+  return std::vector<unsigned char>(h, h + HTEQHardwareFeatureRom::kHeaderSize);
+}
+
+// Every byte of the header that no accessor may write.
+bool isReserved(unsigned offset) {
+  return offset < 4 || (offset >= 6 && offset < 8) || (offset >= 16 && offset < 24) ||
+         (offset >= 162 && offset < 168) || (offset >= 200 && offset < 204) || offset >= 222;
+}
+
+}  // namespace
+
+TEST(HTEQHardwareFeatureRom, NewRomIsAllZeroWithItsSearchName) {
+  HTEQHardwareFeatureRom rom;
+  EXPECT_EQ(std::vector<unsigned char>(224, 0), headerBytes(rom));
+  EXPECT_EQ("TEQ_FEATURE_ROM", rom.getSearchPropertyName());
+  EXPECT_EQ("00000000-0000-0000-0000-000000000000", rom.getUUIDAsString());
+  EXPECT_EQ(4u, HTEQHardwareFeatureRom::getCDMABaseAddressSize());
+}
+
+TEST(HTEQHardwareFeatureRom, FieldsLandAtTheirOffsetsLittleEndianAndReservedBytesStay) {
+  HTEQHardwareFeatureRom rom;
+  unsigned char* raw = rom.getRomHeader();
+  for (unsigned i = 0; i < 224; ++i) {
+    if (isReserved(i)) raw[i] = 0xa5;
+  }
+  rom.setMajorVersion(0x12);
+  rom.setMinorVersion(0x34);
+  rom.setMorwenBuildID(0x01020304u);
+  rom.setIPBuildID(0x0a0b0c0du);
+  rom.setTimeSinceEpoch(0x1122334455667788ull);
+  Name part;
+  fillName(part, "partx");
+  rom.setFPGAPartName(part);
+  Name vbnv;
+  fillName(vbnv, "v:b:n:1");
+  rom.setVBNVName(vbnv);
+  rom.setDDRChannelCount(2);
+  rom.setDDRChannelSize(16);
+  rom.setDRBaseAddress(0x0000000400000000ull);
+  rom.setFeatureBitMap(0x8877665544332211ull);
+  unsigned char id[16];
+  for (unsigned i = 0; i < 16; ++i) id[i] = static_cast<unsigned char>(0xf0 + i);
+  rom.setUUID(id);
+  for (unsigned i = 0; i < 4; ++i) rom.setCDMABaseAddress(i, 0xc0de0000u + i);
+  rom.setMaxTempLimit(95);
+  rom.setMaxPowerLimit(225);
+
+  const std::vector<unsigned char> h = headerBytes(rom);
+  for (unsigned i = 0; i < 224; ++i) {
+    if (isReserved(i)) {
+      EXPECT_EQ(0xa5, h[i]) << "reserved byte " << i;
+    }
+  }
+  EXPECT_EQ(0x12, h[4]);
+  EXPECT_EQ(0x34, h[5]);
+  EXPECT_EQ((std::vector<unsigned char>{0x04, 0x03, 0x02, 0x01}), std::vector<unsigned char>(&h[8], &h[12]));
+  EXPECT_EQ((std::vector<unsigned char>{0x0d, 0x0c, 0x0b, 0x0a}), std::vector<unsigned char>(&h[12], &h[16]));
+  EXPECT_EQ((std::vector<unsigned char>{0x88, 0x77, 0x66, 0x55, 0x44, 0x33, 0x22, 0x11}),
+            std::vector<unsigned char>(&h[24], &h[32]));
+  EXPECT_EQ(0, std::memcmp(&h[32], "partx\0", 6));
+  EXPECT_EQ(0, std::memcmp(&h[96], "v:b:n:1\0", 8));
+  EXPECT_EQ(2, h[160]);
+  EXPECT_EQ(16, h[161]);
+  EXPECT_EQ((std::vector<unsigned char>{0, 0, 0, 0, 4, 0, 0, 0}),
+            std::vector<unsigned char>(&h[168], &h[176]));
+  EXPECT_EQ(0x11, h[176]);
+  EXPECT_EQ(0x88, h[183]);
+  EXPECT_EQ(0xf0, h[184]);
+  EXPECT_EQ(0xff, h[199]);
+  EXPECT_EQ((std::vector<unsigned char>{0x00, 0x00, 0xde, 0xc0, 0x01, 0x00, 0xde, 0xc0}),
+            std::vector<unsigned char>(&h[204], &h[212]));
+  EXPECT_EQ(0x03, h[216]);
+  EXPECT_EQ(95, h[220]);
+  EXPECT_EQ(225, h[221]);
+
+  // The getters read the same bytes back.
+  EXPECT_EQ(0x12, rom.getMajorVersion());
+  EXPECT_EQ(0x34, rom.getMinorVersion());
+  EXPECT_EQ(0x01020304u, rom.getMorwenBuildID());
+  EXPECT_EQ(0x0a0b0c0du, rom.getIPBuildID());
+  EXPECT_EQ(0x1122334455667788ull, rom.getTimeSinceEpoch());
+  EXPECT_STREQ("partx", rom.getFPGAPartName());
+  EXPECT_STREQ("v:b:n:1", rom.getVBNVName());
+  EXPECT_EQ(2, rom.getDDRChannelCount());
+  EXPECT_EQ(16, rom.getDDRChannelSize());
+  EXPECT_EQ(0x0000000400000000ull, rom.getDRBaseAddress());
+  EXPECT_EQ(0x8877665544332211ull, rom.getFeatureBitMap());
+  EXPECT_EQ("f0f1f2f3-f4f5-f6f7-f8f9-fafbfcfdfeff", rom.getUUIDAsString());
+  EXPECT_EQ(0xc0de0003u, rom.getCDMABaseAddress(3));
+  EXPECT_EQ(95, rom.getMaxTempLimit());
+  EXPECT_EQ(225, rom.getMaxPowerLimit());
+}
+
+TEST(HTEQHardwareFeatureRom, NamesNeedATerminatorWithinSixtyFourBytes) {
+  HTEQHardwareFeatureRom rom;
+  Name longest;
+  fillName(longest, std::string(63, 'p'));
+  rom.setFPGAPartName(longest);
+  EXPECT_EQ(std::string(63, 'p'), rom.getFPGAPartName());
+
+  // A shorter name replaces the longer one completely.
+  Name shorter;
+  fillName(shorter, "ab");
+  rom.setFPGAPartName(shorter);
+  EXPECT_STREQ("ab", rom.getFPGAPartName());
+
+  const std::vector<unsigned char> before = headerBytes(rom);
+  Name full;
+  std::memset(full, 'q', sizeof full);
+  try {
+    rom.setFPGAPartName(full);
+    FAIL() << "no exception";
+  } catch (const HEXDataException& e) {
+    EXPECT_EQ("The FPGAPartName specified for the Feature ROM is not a 64 char null terminated string: '" +
+                  std::string(64, 'q') + "'",
+              std::string(e.what()));
+  }
+  try {
+    rom.setVBNVName(full);
+    FAIL() << "no exception";
+  } catch (const HEXDataException& e) {
+    EXPECT_EQ("The VBNVName specified for the Feature ROM is not a 64 char null terminated string: '" +
+                  std::string(64, 'q') + "'",
+              std::string(e.what()));
+  }
+  EXPECT_EQ(before, headerBytes(rom));
+}
+
+TEST(HTEQHardwareFeatureRom, UUIDTextIsReadWholeOrRefused) {
+  HTEQHardwareFeatureRom rom;
+  rom.setUUID(std::string());
+  EXPECT_EQ("00000000-0000-0000-0000-000000000000", rom.getUUIDAsString());
+
+  rom.setUUID("0123ABCD-4567-89ab-cdef-0011223344FF");
+  EXPECT_EQ("0123abcd-4567-89ab-cdef-0011223344ff", rom.getUUIDAsString());
+  EXPECT_EQ(0x01, rom.getRomHeader()[184]);
+  EXPECT_EQ(0xff, rom.getRomHeader()[199]);
+
+  rom.setUUID(std::string());
+  EXPECT_EQ("0123abcd-4567-89ab-cdef-0011223344ff", rom.getUUIDAsString());
+
+  for (const std::string bad :
+       {"not-a-uuid", "0123abcd-4567-89ab-cdef-0011223344ff-extra", "0123abcd-4567-89ab-cdef-0011223344f",
+        "0123abcd-4567-89ab-cdef-0011223344ffz"}) {
+    try {
+      rom.setUUID(bad);
+      FAIL() << "accepted " << bad;
+    } catch (const HEXAlgException& e) {
+      EXPECT_EQ("Unable to convert string to Feature ROM UUID: '" + bad + "'", std::string(e.what()));
+    }
+    EXPECT_EQ("0123abcd-4567-89ab-cdef-0011223344ff", rom.getUUIDAsString());
+  }
+}
+
+TEST(HTEQHardwareFeatureRom, CDMAIndexOutOfRangeIsRefusedWithTheSameWordsForReadAndWrite) {
+  HTEQHardwareFeatureRom rom;
+  rom.setCDMABaseAddress(3, 7);
+  const std::vector<unsigned char> before = headerBytes(rom);
+  const std::string words =
+      "Attempt to set the CDMA Base Address on the CFA XML DOM object using index '4' which is out of bounds "
+      "(max is: '3')";
+  try {
+    rom.setCDMABaseAddress(4, 1);
+    FAIL() << "no exception";
+  } catch (const HEXAlgException& e) {
+    EXPECT_EQ(words, std::string(e.what()));
+  }
+  try {
+    rom.getCDMABaseAddress(4);
+    FAIL() << "no exception";
+  } catch (const HEXAlgException& e) {
+    EXPECT_EQ(words, std::string(e.what()));
+  }
+  EXPECT_EQ(before, headerBytes(rom));
+  EXPECT_EQ(7u, rom.getCDMABaseAddress(3));
+}
+
+TEST(HTEQHardwareFeatureRom, JSONOfANewRomHasBareHexZerosAndEveryKey) {
+  HTEQHardwareFeatureRom rom;
+  EXPECT_EQ(
+      "{\n"
+      "    \"majorVersion\": \"0\",\n"
+      "    \"minorVersion\": \"0\",\n"
+      "    \"morwenBuildID\": \"0\",\n"
+      "    \"ipBuildID\": \"0\",\n"
+      "    \"timeSinceEpoch\": \"0\",\n"
+      "    \"ddrChannelCount\": \"0\",\n"
+      "    \"ddrChannelSize\": \"0\",\n"
+      "    \"drBaseAddress\": \"0x\",\n"
+      "    \"featureBitMap\": {\n"
+      "        \"value\": \"0x\",\n"
+      "        \"unifiedPlatform\": \"disabled\",\n"
+      "        \"auroraLink\": \"disabled\",\n"
+      "        \"boardMgmt\": \"disabled\",\n"
+      "        \"boardScheduler\": \"disabled\",\n"
+      "        \"promType\": \"0x\",\n"
+      "        \"debugType\": \"0x\",\n"
+      "        \"peerToPeer\": \"disabled\",\n"
+      "        \"uuid\": \"disabled\",\n"
+      "        \"clockThrottling\": \"disabled\",\n"
+      "        \"passthruTrans\": \"disabled\"\n"
+      "    },\n"
+      "    \"uuid\": \"00000000-0000-0000-0000-000000000000\",\n"
+      "    \"cdmaBaseAddress0\": \"0x\",\n"
+      "    \"cdmaBaseAddress1\": \"0x\",\n"
+      "    \"cdmaBaseAddress2\": \"0x\",\n"
+      "    \"cdmaBaseAddress3\": \"0x\",\n"
+      "    \"maxTempLimit\": \"0\",\n"
+      "    \"maxPowerLimit\": \"0\"\n"
+      "}\n",
+      jsonText(rom));
+}
+
+TEST(HTEQHardwareFeatureRom, JSONRendersValuesAndFeatureBits) {
+  HTEQHardwareFeatureRom rom;
+  rom.setMajorVersion(10);
+  rom.setMinorVersion(1);
+  rom.setMorwenBuildID(4000000000u);
+  rom.setIPBuildID(17);
+  rom.setTimeSinceEpoch(1700000000123ull);
+  Name part;
+  fillName(part, "xcvu9p-flgb2104-2-i");
+  rom.setFPGAPartName(part);
+  rom.setDDRChannelCount(4);
+  rom.setDDRChannelSize(16);
+  rom.setDRBaseAddress(0x1000000ull);
+  // bit 0, promType 3 (bits 4-6), debugType 0xab (bits 8-15), bits 16, 17, 21, 22.
+  rom.setFeatureBitMap(0x1 | 0x30 | 0xab00 | (1u << 16) | (1u << 17) | (1u << 21) | (1u << 22));
+  rom.setCDMABaseAddress(1, 0x00a0b000u);
+  rom.setMaxTempLimit(88);
+  rom.setMaxPowerLimit(150);
+  const std::string text = jsonText(rom);
+  EXPECT_NE(std::string::npos, text.find("\"morwenBuildID\": \"4000000000\",\n")) << text;
+  EXPECT_NE(std::string::npos, text.find("\"timeSinceEpoch\": \"1700000000123\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"fpgaPartName\": \"xcvu9p-flgb2104-2-i\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"drBaseAddress\": \"0x1000000\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"featureBitMap\": {\n"
+                                         "        \"value\": \"0x63ab31\",\n"
+                                         "        \"unifiedPlatform\": \"enabled\",\n"
+                                         "        \"auroraLink\": \"disabled\",\n"
+                                         "        \"boardMgmt\": \"disabled\",\n"
+                                         "        \"boardScheduler\": \"disabled\",\n"
+                                         "        \"promType\": \"0x3\",\n"
+                                         "        \"debugType\": \"0xab\",\n"
+                                         "        \"peerToPeer\": \"enabled\",\n"
+                                         "        \"uuid\": \"enabled\",\n"
+                                         "        \"clockThrottling\": \"enabled\",\n"
+                                         "        \"passthruTrans\": \"enabled\"\n"
+                                         "    },\n"))
+      << text;
+  EXPECT_NE(std::string::npos, text.find("\"cdmaBaseAddress0\": \"0x\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"cdmaBaseAddress1\": \"0xa0b000\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"maxTempLimit\": \"88\",\n    \"maxPowerLimit\": \"150\"\n}"));
+  EXPECT_EQ(std::string::npos, text.find("vbnvName"));
+
+  // Only bit 16: peer to peer is on and nothing else.
+  rom.setFeatureBitMap(1u << 16);
+  const std::string p2p = jsonText(rom);
+  EXPECT_NE(std::string::npos, p2p.find("\"peerToPeer\": \"enabled\""));
+  EXPECT_NE(std::string::npos, p2p.find("\"unifiedPlatform\": \"disabled\""));
+  EXPECT_NE(std::string::npos, p2p.find("\"uuid\": \"disabled\""));
+
+  // 0x30 is a PROM type of 3 and leaves bits 0 to 3 off.
+  rom.setFeatureBitMap(0x30);
+  const std::string prom = jsonText(rom);
+  EXPECT_NE(std::string::npos, prom.find("\"value\": \"0x30\""));
+  EXPECT_NE(std::string::npos, prom.find("\"promType\": \"0x3\""));
+  for (const char* key : {"unifiedPlatform", "auroraLink", "boardMgmt", "boardScheduler"}) {
+    EXPECT_NE(std::string::npos, prom.find(std::string("\"") + key + "\": \"disabled\"")) << key;
+  }
+}
