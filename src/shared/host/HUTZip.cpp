@@ -109,13 +109,12 @@ void unpackEntry(Archive& archive, std::int64_t index, const std::string& root, 
                            "' would be written outside '" + root + "'");
   if (isDir) return;
 
+  // The file is renamed into place, so a link lying there is replaced, never written through.
   struct stat st;
   if (::lstat(target.c_str(), &st) == 0) {
     if (!overwrite) return;
     if (S_ISDIR(st.st_mode))
       throw HEXUserException("cannot unpack '" + archive.name(index) + "': '" + target + "' is a directory");
-    // Replace a link rather than write through it.
-    if (S_ISLNK(st.st_mode)) ::unlink(target.c_str());
   }
   writeMemberFile(archive, index, target);
 }
@@ -224,8 +223,6 @@ bool HUTZip::extractMember(const std::string& zipFile, const std::string& member
   const std::string parent = HUTPathUtils::getParent(destFile);
   try {
     if (!parent.empty()) HUTFile::mkDirRecursive(parent);
-    struct stat st;
-    if (::lstat(destFile.c_str(), &st) == 0 && S_ISLNK(st.st_mode)) ::unlink(destFile.c_str());
     writeMemberFile(archive, index, destFile);
   } catch (const HEXUserException&) {
     return false;

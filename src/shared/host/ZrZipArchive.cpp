@@ -299,11 +299,13 @@ std::size_t MemberReader::read(char* buffer, std::size_t n) {
     throw HEXDataException("cannot read member '" + member_ + "' of archive '" + archive_ + "': " + reason);
   }
   position_ += static_cast<std::uint64_t>(got);
-  const std::uint64_t limit = HUTZip::getMaxMemberSize();
-  if (position_ > limit) {
+  // The recorded size was held against the limit when the member was opened;
+  // without one, the limit itself bounds the read.
+  if (recordedSize_ < 0 && position_ > HUTZip::getMaxMemberSize()) {
     close();
     throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
-                           "' inflates beyond the limit of " + std::to_string(limit) + " bytes");
+                           "' inflates beyond the limit of " + std::to_string(HUTZip::getMaxMemberSize()) +
+                           " bytes");
   }
   if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_)) {
     close();
