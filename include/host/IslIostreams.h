@@ -15,11 +15,11 @@
 
 #include <boost/iostreams/categories.hpp>
 #include <boost/iostreams/positioning.hpp>
+#include <fstream>
 #include <ios>
 #include <istream>
 #include <memory>
 #include <ostream>
-#include <sstream>
 #include <string>
 
 #include "host/IslXp.h"
@@ -86,10 +86,11 @@ class ZR_PLATFORM_API zip_istream : public std::istream {
   bool open_ = false;
 };
 
-// Collects what is written and puts it into the archive on close() (or at
-// destruction), keeping every other member. The archive is made when missing.
-// The update goes through a temporary file beside the archive, so a failure
-// leaves the archive as it was.
+// Collects what is written in a temporary file beside the archive and puts it
+// into the archive on close() (or at destruction), keeping every other
+// member. The archive is made when missing. The update goes through a
+// temporary file and a rename, so a failure leaves the archive as it was; a
+// stream whose writing failed puts nothing into the archive.
 class ZR_PLATFORM_API zip_ostream : public std::ostream {
  public:
   zip_ostream(const std::string& archive, const std::string& member, Encryption encryption = none);
@@ -109,7 +110,8 @@ class ZR_PLATFORM_API zip_ostream : public std::ostream {
  private:
   std::string archive_;
   std::string member_;
-  std::stringbuf buffer_;
+  std::string spool_;
+  std::filebuf buffer_;
   std::string error_;
   bool open_ = false;
 };

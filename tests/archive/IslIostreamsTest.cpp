@@ -1,6 +1,10 @@
 #include "host/IslIostreams.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+
+#include <boost/filesystem.hpp>
 
 #include <boost/iostreams/copy.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
@@ -52,6 +56,41 @@ TEST(ZipStreams, WrittenMemberReadsBackAndOthersStay) {
   isl_io::zip_istream reread("lfa.json", zip);
   EXPECT_EQ(slurp(reread), "{}");
   EXPECT_EQ(HUTZip::getFiles(zip), (std::vector<std::string>{"hw/top.hpfm", "lfa.json"}));
+  // Nothing but the archive is left in its directory.
+  EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
+}
+
+TEST(ZipStreams, AMemberWhoseWritingFailsIsNotPutIntoTheArchive) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"cfa.json", "{}"}});
+  const std::string before = zr_test::readFile(zip);
+
+  // The file-size limit stops the member's spool at 64 KiB.
+  struct sigaction ignore = {}, old = {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGXFSZ, &ignore, &old);
+  struct rlimit saved;
+  getrlimit(RLIMIT_FSIZE, &saved);
+  struct rlimit small = saved;
+  small.rlim_cur = 64 * 1024;
+  setrlimit(RLIMIT_FSIZE, &small);
+  std::string text;
+  {
+    isl_io::zip_ostream out(zip, "big.bit");
+    out << zr_test::incompressible(512 * 1024);
+    try {
+      out.close();
+    } catch (const HEXUserException& e) {
+      text = e.getText();
+    }
+  }
+  setrlimit(RLIMIT_FSIZE, &saved);
+  sigaction(SIGXFSZ, &old, nullptr);
+
+  EXPECT_NE(text.find("writing it failed"), std::string::npos) << text;
+  EXPECT_EQ(zr_test::readFile(zip), before);
+  EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
 }
 
 TEST(ZipStreams, StreamsThatCannotOpenSayWhy) {

@@ -1,6 +1,11 @@
 #include "host/IslIostreams.h"
 
+#include <unistd.h>
+
 #include <boost/iostreams/filtering_streambuf.hpp>
+#include <cerrno>
+#include <cstring>
+#include <vector>
 
 #include "ZrZipArchive.h"
 #include "host/ComMsgMgr.h"
@@ -120,7 +125,23 @@ zip_ostream::zip_ostream(const std::string& archive, const std::string& member, 
     if (HUTFile::exists(archive)) {
       zr_zip::Archive existing(archive, zr_zip::OpenMode::kRead);
     }
+    // The member is spooled beside the archive: the same file system, and a
+    // directory that cannot take the spool could not take the update either.
+    std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-member-XXXXXX";
+    std::vector<char> name(pattern.begin(), pattern.end());
+    name.push_back('\0');
+    const int fd = ::mkstemp(name.data());
+    if (fd < 0)
+      throw HEXUserException("cannot write archive '" + archive + "': cannot create a temporary file: " +
+                             std::strerror(errno));
+    ::close(fd);
+    spool_ = name.data();
+    if (!buffer_.open(spool_, std::ios_base::out | std::ios_base::binary | std::ios_base::trunc))
+      throw HEXUserException("cannot write archive '" + archive + "': cannot open the temporary file '" + spool_ +
+                             "'");
   } catch (const HEXAll& e) {
+    if (!spool_.empty()) ::unlink(spool_.c_str());
+    spool_.clear();
     error_ = e.getText();
     setstate(std::ios_base::failbit);
     return;
@@ -130,22 +151,34 @@ zip_ostream::zip_ostream(const std::string& archive, const std::string& member, 
 }
 
 zip_ostream::~zip_ostream() {
-  if (!open_) return;
-  try {
-    close();
-  } catch (const HEXAll& e) {
-    ZR_SEND_MSG("@1-1880@%s%s%s", ComMsgMask::kError, member_, archive_, e.getText());
+  if (open_) {
+    try {
+      close();
+    } catch (const HEXAll& e) {
+      ZR_SEND_MSG("@1-1880@%s%s%s", ComMsgMask::kError, member_, archive_, e.getText());
+    }
   }
+  if (!spool_.empty()) ::unlink(spool_.c_str());
 }
 
 void zip_ostream::close() {
   if (!open_) return;
   open_ = false;
   flush();
+  const bool written = !fail() && buffer_.close() != nullptr;
   rdbuf(nullptr);
-  setstate(std::ios_base::badbit);
+  struct SpoolRemover {
+    std::string& path;
+    ~SpoolRemover() {
+      ::unlink(path.c_str());
+      path.clear();
+    }
+  } remover{spool_};
+  if (!written)
+    throw HEXUserException("cannot write the member '" + member_ + "' of archive '" + archive_ +
+                           "': writing it failed, so the archive was left as it was");
   zr_zip::Archive archive(archive_, zr_zip::OpenMode::kUpdate);
-  archive.put(member_, buffer_.str());
+  archive.putFile(member_, spool_);
   archive.commit();
 }
 
