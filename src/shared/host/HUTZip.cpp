@@ -1,0 +1,293 @@
+#include "host/HUTZip.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <zip.h>
+
+#include <algorithm>
+#include <boost/filesystem.hpp>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include "ZrZipArchive.h"
+#include "ZrZipDigest.h"
+#include "host/HEXAll.h"
+#include "host/HUTFile.h"
+#include "host/HUTPathUtils.h"
+
+namespace fs = boost::filesystem;
+using zr_zip::Archive;
+using zr_zip::MemberReader;
+using zr_zip::OpenMode;
+
+namespace {
+
+std::uint64_t gMaxMemberSize = 2ull << 30;
+
+// The process's file-creation mask, read without changing it for good.
+mode_t currentUmask() {
+  const mode_t mask = ::umask(022);
+  ::umask(mask);
+  return mask;
+}
+
+// The permission bits the archive records for a member made on a Unix
+// system, or 0 when it records none.
+mode_t recordedMode(Archive& archive, std::int64_t index) {
+  zip_uint8_t system = 0;
+  zip_uint32_t attributes = 0;
+  if (zip_file_get_external_attributes(archive.handle(), static_cast<zip_uint64_t>(index), 0, &system,
+                                       &attributes) != 0 ||
+      system != ZIP_OPSYS_UNIX)
+    return 0;
+  return static_cast<mode_t>((attributes >> 16) & 0777);
+}
+
+bool isInside(const std::string& path, const std::string& root) {
+  return path == root || (path.size() > root.size() && path.compare(0, root.size(), root) == 0 &&
+                          (root.back() == '/' || path[root.size()] == '/'));
+}
+
+// Streams one member into the file `target` through a temporary file in the
+// same directory, so that a failed or refused read leaves no partial file.
+void writeMemberFile(Archive& archive, std::int64_t index, const std::string& target) {
+  MemberReader reader(archive, index);
+  if (!reader.isOpen()) return;
+  const std::string parent = HUTPathUtils::getParent(target);
+  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-extract-XXXXXX";
+  std::vector<char> temp(pattern.begin(), pattern.end());
+  temp.push_back('\0');
+  const int fd = ::mkstemp(temp.data());
+  if (fd < 0)
+    throw HEXUserException("cannot write '" + target + "': cannot create a temporary file: " +
+                           std::strerror(errno));
+  bool open = true;
+  try {
+    char buffer[65536];
+    for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) {
+      const char* p = buffer;
+      while (got > 0) {
+        const ssize_t put = ::write(fd, p, got);
+        if (put < 0) {
+          if (errno == EINTR) continue;
+          throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
+        }
+        p += put;
+        got -= static_cast<std::size_t>(put);
+      }
+    }
+    const mode_t recorded = recordedMode(archive, index);
+    ::fchmod(fd, (recorded ? recorded : 0666) & ~currentUmask());
+    open = false;
+    if (::close(fd) != 0) throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
+  } catch (...) {
+    if (open) ::close(fd);
+    ::unlink(temp.data());
+    throw;
+  }
+  if (::rename(temp.data(), target.c_str()) != 0) {
+    const int error = errno;
+    ::unlink(temp.data());
+    throw HEXUserException("cannot write '" + target + "': " + std::strerror(error));
+  }
+}
+
+// Unpacks one entry below the canonical directory `root`. The name has been
+// checked; the parent directory is checked again after it is made, so that a
+// symbolic link already lying in the destination cannot lead outside it.
+void unpackEntry(Archive& archive, std::int64_t index, const std::string& root, bool overwrite) {
+  std::string name = archive.name(index);
+  const bool isDir = !name.empty() && name.back() == '/';
+  while (!name.empty() && name.back() == '/') name.pop_back();
+  const std::string target = root + "/" + name;
+  const std::string dir = isDir ? target : HUTPathUtils::getParent(target);
+  HUTFile::mkDirRecursive(dir);
+  if (!isInside(HUTFile::getCanonicalName(dir), root))
+    throw HEXDataException("archive '" + archive.path() + "': the member '" + archive.name(index) +
+                           "' would be written outside '" + root + "'");
+  if (isDir) return;
+
+  // The file is renamed into place, so a link lying there is replaced, never written through.
+  struct stat st;
+  if (::lstat(target.c_str(), &st) == 0) {
+    if (!overwrite) return;
+    if (S_ISDIR(st.st_mode))
+      throw HEXUserException("cannot unpack '" + archive.name(index) + "': '" + target + "' is a directory");
+  }
+  writeMemberFile(archive, index, target);
+}
+
+std::string canonicalDestination(const std::string& destDir) {
+  if (destDir.empty()) throw HEXUserException("no destination directory was given");
+  HUTFile::mkDirRecursive(destDir);
+  return HUTFile::getCanonicalName(destDir);
+}
+
+void requireExisting(const std::string& zipFile) {
+  if (!HUTFile::exists(zipFile)) throw HEXFileNotFoundException(zipFile);
+}
+
+}  // namespace
+
+bool HUTZip::containsFile(const std::string& zipFile, const std::string& member) {
+  try {
+    Archive archive(zipFile, OpenMode::kRead);
+    const std::int64_t index = archive.locate(member);
+    return index >= 0 && !archive.isDirectoryEntry(index);
+  } catch (const HEXAll&) {
+    return false;
+  }
+}
+
+std::vector<std::string> HUTZip::getFiles(const std::string& zipFile) {
+  return Archive(zipFile, OpenMode::kRead).names();
+}
+
+void HUTZip::compress(const std::string& zipFile, const std::string& file, const std::string& baseDir,
+                      unsigned options) {
+  if (!HUTFile::isFile(file)) throw HEXUserException("cannot add '" + file + "' to an archive: it is no file");
+  std::string member = HUTPathUtils::getFileName(file);
+  if (options & ZO_RELATIVE) {
+    const std::string base = HUTFile::getCanonicalName(baseDir);
+    const std::string path = HUTFile::getCanonicalName(file);
+    if (baseDir.empty() || !isInside(path, base) || path == base)
+      throw HEXUserException("cannot add '" + file + "' to archive '" + zipFile + "': it does not lie below '" +
+                             baseDir + "'");
+    member = path.substr(base.size() + (base.back() == '/' ? 0 : 1));
+  }
+  Archive archive(zipFile, (options & ZO_CREATE) ? OpenMode::kCreate : OpenMode::kUpdate);
+  archive.putFile(member, file);
+  archive.commit();
+}
+
+void HUTZip::compressDir(const std::string& zipFile, const std::string& dir, bool withDirName, unsigned options) {
+  if (!HUTFile::isDir(dir)) throw HEXUserException("cannot add '" + dir + "' to an archive: it is no directory");
+  const fs::path root(HUTFile::getCanonicalName(dir));
+  const std::string self = HUTFile::getCanonicalName(zipFile);
+  const std::string prefix = withDirName ? root.filename().string() + "/" : std::string();
+
+  std::vector<std::pair<std::string, std::string>> files;  // member name, file
+  boost::system::error_code ec;
+  for (fs::recursive_directory_iterator it(root, ec), end; !ec && it != end; it.increment(ec)) {
+    boost::system::error_code statusError;
+    if (!fs::is_regular_file(it->path(), statusError)) continue;
+    if (it->path().string() == self) continue;  // never pack the archive into itself
+    files.emplace_back(prefix + it->path().lexically_relative(root).generic_string(), it->path().string());
+  }
+  if (ec) throw HEXUserException("cannot list the directory '" + dir + "': " + ec.message());
+  std::sort(files.begin(), files.end());
+
+  Archive archive(zipFile, (options & ZO_CREATE) ? OpenMode::kCreate : OpenMode::kUpdate);
+  for (const auto& entry : files) archive.putFile(entry.first, entry.second);
+  archive.commit();
+}
+
+bool HUTZip::uncompress(const std::string& zipFile, const std::string& member, const std::string& destDir,
+                        bool overwrite) {
+  Archive archive(zipFile, OpenMode::kRead);
+  const std::int64_t index = archive.locate(member);
+  if (index < 0) return false;
+  zr_zip::checkMemberName(zipFile, member);
+  unpackEntry(archive, index, canonicalDestination(destDir), overwrite);
+  return true;
+}
+
+bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZip, const std::string& destDir,
+                           bool overwrite) {
+  Archive archive(zipFile, OpenMode::kRead);
+  std::string prefix = dirInZip;
+  while (!prefix.empty() && prefix.back() == '/') prefix.pop_back();
+
+  std::vector<std::int64_t> selected;
+  const std::int64_t n = archive.size();
+  for (std::int64_t i = 0; i < n; ++i) {
+    const std::string name = archive.name(i);
+    if (prefix.empty() || name == prefix || name.compare(0, prefix.size() + 1, prefix + "/") == 0) {
+      zr_zip::checkMemberName(zipFile, name);
+      selected.push_back(i);
+    }
+  }
+  if (selected.empty()) return false;
+  const std::string root = canonicalDestination(destDir);
+  for (std::int64_t index : selected) unpackEntry(archive, index, root, overwrite);
+  return true;
+}
+
+bool HUTZip::extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile) {
+  if (!HUTFile::exists(zipFile) || destFile.empty()) return false;
+  Archive archive(zipFile, OpenMode::kRead);
+  const std::int64_t index = archive.locate(member);
+  if (index < 0 || archive.isDirectoryEntry(index)) return false;
+  const std::string parent = HUTPathUtils::getParent(destFile);
+  try {
+    if (!parent.empty()) HUTFile::mkDirRecursive(parent);
+    writeMemberFile(archive, index, destFile);
+  } catch (const HEXUserException&) {
+    return false;
+  }
+  return true;
+}
+
+bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {
+  content.clear();
+  if (!HUTFile::exists(zipFile)) return false;
+  Archive archive(zipFile, OpenMode::kRead);
+  const std::int64_t index = archive.locate(member);
+  if (index < 0 || archive.isDirectoryEntry(index)) return false;
+  content = archive.read(index);
+  return true;
+}
+
+void HUTZip::writeMember(const std::string& zipFile, const std::string& member, const std::string& content) {
+  Archive archive(zipFile, OpenMode::kUpdate);
+  archive.put(member, content);
+  archive.commit();
+}
+
+void HUTZip::addFile(const std::string& zipFile, const std::string& member, const std::string& sourceFile) {
+  Archive archive(zipFile, OpenMode::kUpdate);
+  archive.putFile(member, sourceFile);
+  archive.commit();
+}
+
+int HUTZip::deleteFilesFromZip(const std::string& zipFile, const std::vector<std::string>& members) {
+  requireExisting(zipFile);
+  Archive archive(zipFile, OpenMode::kUpdate);
+  int deleted = 0;
+  for (const std::string& member : members) {
+    const std::int64_t index = archive.locate(member);
+    if (index < 0) continue;
+    archive.remove(index);
+    ++deleted;
+  }
+  if (deleted > 0) archive.commit();
+  return deleted;
+}
+
+void HUTZip::attachDigestEn(const std::string& zipFile) {
+  requireExisting(zipFile);
+  Archive archive(zipFile, OpenMode::kUpdate);
+  archive.setComment(zr_zip::digestComment(zr_zip::computeDigest(archive)));
+  archive.commit();
+}
+
+HUTZip::DigestState HUTZip::verifyDigest(const std::string& zipFile) {
+  if (!HUTFile::exists(zipFile)) return DIGEST_NONE;
+  Archive archive(zipFile, OpenMode::kRead);
+  std::string stamped;
+  if (!zr_zip::parseDigestComment(archive.comment(), stamped)) return DIGEST_NONE;
+  std::string actual;
+  try {
+    actual = zr_zip::computeDigest(archive);
+  } catch (const HEXDataException&) {
+    // A member that no longer reads back is a changed member.
+    return DIGEST_MISMATCH;
+  }
+  return actual == stamped ? DIGEST_VALID : DIGEST_MISMATCH;
+}
+
+std::uint64_t HUTZip::getMaxMemberSize() { return gMaxMemberSize; }
+
+void HUTZip::setMaxMemberSize(std::uint64_t bytes) { gMaxMemberSize = bytes; }

@@ -1,0 +1,339 @@
+#include "ZrZipArchive.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+#include <zip.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <unordered_set>
+
+#include "ZrZipRawScan.h"
+#include "host/HEXAll.h"
+#include "host/HUTFile.h"
+#include "host/HUTPathUtils.h"
+#include "host/HUTZip.h"
+
+namespace zr_zip {
+
+namespace {
+
+std::string libzipErrorText(int code) {
+  zip_error_t error;
+  zip_error_init_with_code(&error, code);
+  std::string text = zip_error_strerror(&error);
+  zip_error_fini(&error);
+  return text;
+}
+
+// Writes an archive without members (its end record and comment) to the path,
+// through a temporary file and a rename like every other update.
+void writeEmptyArchive(const std::string& path, const std::string& comment) {
+  std::string data("PK\x05\x06", 4);
+  data.append(16, '\0');
+  const std::size_t length = comment.size() > 0xffff ? 0xffff : comment.size();
+  data.push_back(static_cast<char>(length & 0xff));
+  data.push_back(static_cast<char>(length >> 8));
+  data.append(comment, 0, length);
+
+  std::string parent = HUTPathUtils::getParent(path);
+  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-zip-XXXXXX";
+  std::vector<char> name(pattern.begin(), pattern.end());
+  name.push_back('\0');
+  const int fd = ::mkstemp(name.data());
+  if (fd < 0)
+    throw HEXUserException("cannot write archive '" + path + "': cannot create a temporary file: " +
+                           std::strerror(errno));
+  const bool written = ::write(fd, data.data(), data.size()) == static_cast<ssize_t>(data.size());
+  const bool closed = ::close(fd) == 0;
+  if (!written || !closed || ::rename(name.data(), path.c_str()) != 0) {
+    const std::string reason = std::strerror(errno);
+    ::unlink(name.data());
+    throw HEXUserException("cannot write archive '" + path + "': " + reason);
+  }
+}
+
+}  // namespace
+
+std::string unsafeNameReason(const std::string& name) {
+  if (name.empty()) return "the name is empty";
+  if (name.find('\0') != std::string::npos) return "the name holds a NUL byte";
+  if (name.find('\\') != std::string::npos) return "the name holds a backslash";
+  if (name.front() == '/') return "the name is an absolute path";
+  if (name.size() >= 2 && name[1] == ':') return "the name starts with a drive letter";
+  std::size_t start = 0;
+  while (start <= name.size()) {
+    std::size_t end = name.find('/', start);
+    if (end == std::string::npos) end = name.size();
+    if (name.compare(start, end - start, "..") == 0) return "the name climbs out of its directory with '..'";
+    start = end + 1;
+  }
+  return "";
+}
+
+void checkMemberName(const std::string& archive, const std::string& name) {
+  const std::string reason = unsafeNameReason(name);
+  if (!reason.empty())
+    throw HEXDataException("archive '" + archive + "': the member name '" + name + "' is refused: " + reason);
+}
+
+Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mode) {
+  if (path.empty()) throw HEXUserException("no archive path was given");
+  if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
+  if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);
+
+  int flags = 0;
+  switch (mode) {
+    case OpenMode::kRead:
+      flags = ZIP_RDONLY;
+      break;
+    case OpenMode::kUpdate:
+      flags = ZIP_CREATE;
+      break;
+    case OpenMode::kCreate:
+      flags = ZIP_CREATE | ZIP_TRUNCATE;
+      break;
+  }
+  int code = 0;
+  za_ = zip_open(path.c_str(), flags, &code);
+  if (!za_) {
+    const std::string reason = libzipErrorText(code);
+    if (code == ZIP_ER_NOZIP || code == ZIP_ER_INCONS || code == ZIP_ER_EOF || code == ZIP_ER_MULTIDISK ||
+        code == ZIP_ER_SEEK || code == ZIP_ER_READ)
+      throw HEXDataException("'" + path + "' is not a readable zip archive: " + reason);
+    throw HEXUserException("cannot open archive '" + path + "': " + reason);
+  }
+  if (mode == OpenMode::kCreate) return;
+
+  // A name twice makes every lookup ambiguous, and a name with a NUL byte
+  // reads differently here than in other tools: both mark a damaged or forged archive.
+  std::unordered_set<std::string> seen;
+  for (const std::string& n : names()) {
+    if (!seen.insert(n).second) {
+      zip_discard(za_);
+      za_ = nullptr;
+      throw HEXDataException("archive '" + path + "' holds the member '" + n + "' twice");
+    }
+  }
+  std::string nulName;
+  if (rawNamesHoldNul(path, nulName)) {
+    zip_discard(za_);
+    za_ = nullptr;
+    throw HEXDataException("archive '" + path + "' holds a member name with a NUL byte: '" + nulName + "'");
+  }
+}
+
+Archive::~Archive() {
+  if (za_) zip_discard(za_);
+}
+
+void Archive::fail(const std::string& what) const {
+  const std::string reason = za_ ? zip_strerror(za_) : "archive closed";
+  throw HEXUserException("archive '" + path_ + "': " + what + ": " + reason);
+}
+
+std::int64_t Archive::size() const { return zip_get_num_entries(za_, 0); }
+
+std::vector<std::string> Archive::names() const {
+  std::vector<std::string> result;
+  const std::int64_t n = size();
+  for (std::int64_t i = 0; i < n; ++i) {
+    const char* s = zip_get_name(za_, static_cast<zip_uint64_t>(i), 0);
+    if (s) result.emplace_back(s);
+  }
+  return result;
+}
+
+std::int64_t Archive::locate(const std::string& member) const {
+  if (member.empty() || member.find('\0') != std::string::npos) return -1;
+  return zip_name_locate(za_, member.c_str(), 0);
+}
+
+std::string Archive::name(std::int64_t index) const {
+  const char* s = zip_get_name(za_, static_cast<zip_uint64_t>(index), 0);
+  return s ? s : "";
+}
+
+bool Archive::isDirectoryEntry(std::int64_t index) const {
+  const std::string n = name(index);
+  return !n.empty() && n.back() == '/';
+}
+
+std::int64_t Archive::recordedSize(std::int64_t index) const {
+  zip_stat_t st;
+  zip_stat_init(&st);
+  if (zip_stat_index(za_, static_cast<zip_uint64_t>(index), 0, &st) != 0) return -1;
+  if (!(st.valid & ZIP_STAT_SIZE)) return -1;
+  return static_cast<std::int64_t>(st.size);
+}
+
+std::string Archive::read(std::int64_t index) {
+  MemberReader reader(*this, index);
+  std::string result;
+  if (!reader.isOpen()) return result;
+  if (reader.recordedSize() > 0) result.reserve(static_cast<std::size_t>(reader.recordedSize()));
+  char buffer[65536];
+  for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) result.append(buffer, got);
+  return result;
+}
+
+void Archive::put(const std::string& member, const std::string& data) {
+  checkMemberName(path_, member);
+  void* copy = nullptr;
+  if (!data.empty()) {
+    copy = std::malloc(data.size());
+    if (!copy) throw HEXUserException("archive '" + path_ + "': out of memory for member '" + member + "'");
+    std::memcpy(copy, data.data(), data.size());
+  }
+  zip_source_t* source = zip_source_buffer(za_, copy, data.size(), 1);
+  if (!source) {
+    std::free(copy);
+    fail("cannot add member '" + member + "'");
+  }
+  if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
+    zip_source_free(source);
+    fail("cannot add member '" + member + "'");
+  }
+}
+
+void Archive::putFile(const std::string& member, const std::string& sourceFile) {
+  checkMemberName(path_, member);
+  if (!HUTFile::isFile(sourceFile) || !std::ifstream(sourceFile, std::ios::binary))
+    throw HEXUserException("archive '" + path_ + "': cannot read the file '" + sourceFile + "'");
+  zip_source_t* source = zip_source_file(za_, sourceFile.c_str(), 0, 0);
+  if (!source) fail("cannot add the file '" + sourceFile + "'");
+  if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
+    zip_source_free(source);
+    fail("cannot add member '" + member + "'");
+  }
+}
+
+void Archive::remove(std::int64_t index) {
+  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0) fail("cannot delete member '" + name(index) + "'");
+}
+
+std::string Archive::comment() const {
+  int length = 0;
+  const char* text = zip_get_archive_comment(za_, &length, ZIP_FL_ENC_RAW);
+  return text && length > 0 ? std::string(text, static_cast<std::size_t>(length)) : std::string();
+}
+
+void Archive::setComment(const std::string& text) {
+  if (text.size() > 0xffff) throw HEXDataException("archive '" + path_ + "': the comment is too long");
+  if (zip_set_archive_comment(za_, text.data(), static_cast<zip_uint16_t>(text.size())) != 0)
+    fail("cannot set the comment");
+}
+
+void Archive::commit() {
+  if (!za_) return;
+  // libzip removes an archive left without members; keep an empty archive
+  // instead, so that the path stays a readable zip file.
+  std::int64_t survivors = 0;
+  const std::int64_t n = size();
+  for (std::int64_t i = 0; i < n; ++i) {
+    zip_stat_t st;
+    if (zip_stat_index(za_, static_cast<zip_uint64_t>(i), 0, &st) == 0) ++survivors;
+  }
+  if (survivors == 0) {
+    const std::string text = comment();
+    zip_discard(za_);
+    za_ = nullptr;
+    writeEmptyArchive(path_, text);
+    return;
+  }
+  if (zip_close(za_) != 0) {
+    const std::string reason = zip_strerror(za_);
+    zip_discard(za_);
+    za_ = nullptr;
+    throw HEXUserException("cannot write archive '" + path_ + "': " + reason +
+                           "; the archive on disk was left as it was");
+  }
+  za_ = nullptr;
+}
+
+MemberReader::MemberReader(const std::string& archive, const std::string& member)
+    : archive_(archive), member_(member) {
+  owned_.reset(new Archive(archive, OpenMode::kRead));
+  za_ = owned_.get();
+  index_ = za_->locate(member);
+  init_();
+}
+
+MemberReader::MemberReader(Archive& archive, std::int64_t index)
+    : archive_(archive.path()), member_(archive.name(index)), za_(&archive), index_(index) {
+  init_();
+}
+
+void MemberReader::init_() {
+  if (index_ < 0 || za_->isDirectoryEntry(index_)) {
+    index_ = -1;
+    return;
+  }
+  recordedSize_ = za_->recordedSize(index_);
+  const std::uint64_t limit = HUTZip::getMaxMemberSize();
+  if (recordedSize_ > 0 && static_cast<std::uint64_t>(recordedSize_) > limit)
+    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ + "' is " +
+                           std::to_string(recordedSize_) + " bytes, beyond the limit of " +
+                           std::to_string(limit) + " bytes");
+  openFile_();
+}
+
+MemberReader::~MemberReader() { close(); }
+
+void MemberReader::openFile_() {
+  file_ = zip_fopen_index(za_->handle(), static_cast<zip_uint64_t>(index_), 0);
+  if (!file_)
+    throw HEXDataException("cannot read member '" + member_ + "' of archive '" + archive_ +
+                           "': " + zip_strerror(za_->handle()));
+  position_ = 0;
+}
+
+std::size_t MemberReader::read(char* buffer, std::size_t n) {
+  if (!file_ || n == 0) return 0;
+  const zip_int64_t got = zip_fread(file_, buffer, n);
+  if (got < 0) {
+    const std::string reason = zip_file_strerror(file_);
+    close();
+    throw HEXDataException("cannot read member '" + member_ + "' of archive '" + archive_ + "': " + reason);
+  }
+  position_ += static_cast<std::uint64_t>(got);
+  // The recorded size was held against the limit when the member was opened;
+  // without one, the limit itself bounds the read.
+  if (recordedSize_ < 0 && position_ > HUTZip::getMaxMemberSize()) {
+    close();
+    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
+                           "' inflates beyond the limit of " + std::to_string(HUTZip::getMaxMemberSize()) +
+                           " bytes");
+  }
+  if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_)) {
+    close();
+    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
+                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) + " bytes");
+  }
+  return static_cast<std::size_t>(got);
+}
+
+std::uint64_t MemberReader::seek(std::uint64_t offset) {
+  if (!za_ || index_ < 0) return 0;
+  if (offset < position_ || !file_) {
+    if (file_) zip_fclose(file_);
+    file_ = nullptr;
+    openFile_();
+  }
+  char scratch[65536];
+  while (position_ < offset) {
+    const std::uint64_t want = offset - position_;
+    const std::size_t got = read(scratch, want < sizeof scratch ? static_cast<std::size_t>(want) : sizeof scratch);
+    if (got == 0) break;
+  }
+  return position_;
+}
+
+void MemberReader::close() {
+  if (file_) zip_fclose(file_);
+  file_ = nullptr;
+}
+
+}  // namespace zr_zip

@@ -1,0 +1,45 @@
+#ifndef TESTS_ARCHIVE_ZIPTESTSUPPORT_H
+#define TESTS_ARCHIVE_ZIPTESTSUPPORT_H
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zr_test {
+
+// Writes a zip archive straight through libzip, bypassing the archive layer's
+// checks, so that tests can build archives the layer itself would refuse.
+// Members are deflated; a name ending in "/" makes a directory entry.
+void makeZip(const std::string& path, const std::vector<std::pair<std::string, std::string>>& members,
+             const std::string& comment = "");
+
+// Replaces every occurrence of `from` in the file by `to` (same length);
+// returns how many were replaced.
+int patchBytes(const std::string& path, const std::string& from, const std::string& to);
+
+// Sets the uncompressed size recorded for the first member, in its local
+// header and in the central directory.
+void patchFirstRecordedSize(const std::string& path, std::uint32_t size);
+
+// Flips a byte inside the first member's stored data.
+void damageFirstMemberData(const std::string& path);
+
+// n bytes that deflate does not shrink.
+std::string incompressible(std::size_t n);
+
+// Sets the archive layer's size limit for the life of the object.
+class ScopedMemberLimit {
+ public:
+  explicit ScopedMemberLimit(std::uint64_t bytes);
+  ~ScopedMemberLimit();
+  ScopedMemberLimit(const ScopedMemberLimit&) = delete;
+  ScopedMemberLimit& operator=(const ScopedMemberLimit&) = delete;
+
+ private:
+  std::uint64_t old_;
+};
+
+}  // namespace zr_test
+
+#endif
