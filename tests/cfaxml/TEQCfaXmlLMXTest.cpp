@@ -2,6 +2,7 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "TEQCfaXmlLMX.h"
 #include "host/HEXAll.h"
@@ -12,24 +13,25 @@ using BasePlatform::Root;
 
 namespace {
 
-// The smallest valid document; each element sits on a line of its own so that
-// the tests can name the line of a failure.
-const std::string kMinimal =
-    "<?xml version=\"1.0\"?>\n"                                                                      // 1
-    "<Root VersionMajor=\"1\" VersionMinor=\"15\">\n"                                                  // 2
-    "  <CFA Vendor=\"v\" BoardId=\"b\" Name=\"n\" VersionMajor=\"0\" VersionMinor=\"0\" Description=\"d\">\n"  // 3
-    "    <Build/>\n"                                                                                    // 4
-    "    <Board Name=\"b\" Vendor=\"v\" Part=\"p\">\n"                                                  // 5
-    "      <Images/>\n"                                                                                 // 6
-    "    </Board>\n"                                                                                    // 7
-    "    <Devices>\n"                                                                                   // 8
-    "      <Device Name=\"d\" Type=\"t\">\n"                                                            // 9
-    "        <Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>\n"                                        // 10
-    "      </Device>\n"                                                                                 // 11
-    "    </Devices>\n"                                                                                  // 12
-    "    <Files/>\n"                                                                                    // 13
-    "  </CFA>\n"                                                                                        // 14
-    "</Root>\n";
+// The smallest valid document. Each element sits on a line of its own so that
+// the tests can name the line of a failure: Root 2, CFA 3, Build 4, Board 5,
+// Images 6, Devices 8, Device 9, Core 10, Files 13.
+const std::string kMinimal = R"(<?xml version="1.0"?>
+<Root VersionMajor="1" VersionMinor="15">
+  <CFA Vendor="v" BoardId="b" Name="n" VersionMajor="0" VersionMinor="0" Description="d">
+    <Build/>
+    <Board Name="b" Vendor="v" Part="p">
+      <Images/>
+    </Board>
+    <Devices>
+      <Device Name="d" Type="t">
+        <Core Name="c" Type="t" ComputeUnits="1"/>
+      </Device>
+    </Devices>
+    <Files/>
+  </CFA>
+</Root>
+)";
 
 // kMinimal with one piece of text replaced; the piece must occur.
 std::string minimalWith(const std::string& from, const std::string& to) {
@@ -218,51 +220,61 @@ TEST(CfaXmlRead, OptionalPartsAbsentStayUnsetAndRootKeepsItsDefaults) {
   EXPECT_EQ(fresh, Root());
 }
 
-// One test per kind of violation; each names the line where it lies.
-TEST(CfaXmlViolation, WrongRootElement) {
-  expectFailure("<?xml version=\"1.0\"?>\n<CFA Vendor=\"v\"/>", 2, "CFA");
-  expectFailure("<Root xmlns=\"urn:x\" VersionMajor=\"1\" VersionMinor=\"1\"/>", 1, "Root");
+// One test per kind of violation, each a table of documents that must fail at
+// the given line with a text that holds the given piece.
+struct Violation {
+  std::string doc;
+  int line;
+  std::string fragment;
+};
+struct ViolationKind {
+  const char* name;
+  std::vector<Violation> cases;
+};
+
+class CfaXmlViolation : public ::testing::TestWithParam<ViolationKind> {};
+
+TEST_P(CfaXmlViolation, FailsAtItsLine) {
+  for (const Violation& v : GetParam().cases) expectFailure(v.doc, v.line, v.fragment);
 }
 
-TEST(CfaXmlViolation, MissingRequiredAttributeNamesTheElement) {
-  expectFailure(minimalWith(" ComputeUnits=\"1\"", ""), 10, "'Core'");
-  expectFailure(minimalWith(" VersionMinor=\"15\"", ""), 2, "VersionMinor");
-  expectFailure(minimalWith("<Build/>", "<Build/><Host/>"), 4, "Host");
-}
+INSTANTIATE_TEST_SUITE_P(
+    EveryKind, CfaXmlViolation,
+    ::testing::Values(
+        ViolationKind{
+            "WrongRoot",
+            {{"<?xml version=\"1.0\"?>\n<CFA Vendor=\"v\"/>", 2, "'CFA'"},
+             {"<Root xmlns=\"urn:x\" VersionMajor=\"1\" VersionMinor=\"1\"/>", 1, "'{urn:x}Root'"}}},
+        // The failure names the element that lacks the attribute.
+        ViolationKind{"MissingAttribute",
+                      {{minimalWith(" ComputeUnits=\"1\"", ""), 10, "'Core'"},
+                       {minimalWith(" VersionMinor=\"15\"", ""), 2, "VersionMinor"},
+                       {minimalWith("<Build/>", "<Host/><Build/>"), 4, "'Host'"}}},
+        // The next child is another element, or the parent ends.
+        ViolationKind{"MissingChild",
+                      {{minimalWith("      <Images/>\n", "\n"), 5, "Images"},
+                       {minimalWith("    <Files/>\n", "\n"), 3, "Files"},
+                       {minimalWith("<Build/>", "<Host Architecture=\"a\"/>"), 5, "Build"}}},
+        ViolationKind{"NotAnInteger",
+                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"1.0\""), 10, "ComputeUnits"},
+                       {minimalWith("VersionMajor=\"1\"", "VersionMajor=\"one\""), 2, "VersionMajor"},
+                       {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"\""), 10, "ComputeUnits"}}},
+        ViolationKind{"BelowMinimum",
+                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"-1\""), 10, "minimum"}}},
+        ViolationKind{"AboveMaximum",
+                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"256\""), 10, "maximum"}}},
+        // Known elements out of their order are unknown at that place.
+        ViolationKind{
+            "UnknownElement",
+            {{minimalWith("    <Files/>\n", "    <Files/>\n    <Extra/>\n"), 14, "Extra"},
+             {minimalWith("    <Build/>\n", "    <Build/>\n    <Host Architecture=\"a\"/>\n"), 5, "Host"}}},
+        // Names are case-sensitive.
+        ViolationKind{"UnknownAttribute",
+                      {{minimalWith("<Build/>", "<Build Colour=\"red\"/>"), 4, "Colour"},
+                       {minimalWith("<Build/>", "<Build usesPR=\"true\"/>"), 4, "usesPR"}}}),
+    [](const ::testing::TestParamInfo<ViolationKind>& info) { return std::string(info.param.name); });
 
-TEST(CfaXmlViolation, MissingRequiredChild) {
-  expectFailure(minimalWith("      <Images/>\n", "\n"), 5, "Images");
-  expectFailure(minimalWith("    <Files/>\n", "\n"), 3, "Files");
-  expectFailure(minimalWith("<Build/>", "<Host Architecture=\"a\"/>"), 5, "Build");
-}
-
-TEST(CfaXmlViolation, NumericThatIsNotAnInteger) {
-  expectFailure(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"1.0\""), 10, "ComputeUnits");
-  expectFailure(minimalWith("VersionMajor=\"1\"", "VersionMajor=\"one\""), 2, "VersionMajor");
-  expectFailure(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"\""), 10, "ComputeUnits");
-}
-
-TEST(CfaXmlViolation, NumericBelowTheMinimum) {
-  expectFailure(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"-1\""), 10, "minimum");
-}
-
-TEST(CfaXmlViolation, NumericAboveTheMaximum) {
-  expectFailure(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"256\""), 10, "maximum");
-}
-
-TEST(CfaXmlViolation, UnknownElement) {
-  expectFailure(minimalWith("    <Files/>\n", "    <Files/>\n    <Extra/>\n"), 14, "Extra");
-  // Known elements out of their order are unknown at that place.
-  expectFailure(minimalWith("    <Build/>\n", "    <Build/>\n    <Host Architecture=\"a\"/>\n"), 5, "Host");
-}
-
-TEST(CfaXmlViolation, UnknownAttribute) {
-  expectFailure(minimalWith("<Build/>", "<Build Colour=\"red\"/>"), 4, "Colour");
-  // Names are case-sensitive.
-  expectFailure(minimalWith("<Build/>", "<Build usesPR=\"true\"/>"), 4, "usesPR");
-}
-
-TEST(CfaXmlViolation, TextContentAndMalformedInputFail) {
+TEST(CfaXmlRead, TextContentAndMalformedInputFail) {
   expectFailure(minimalWith("<Files/>", "<Files>text</Files>"), 13, "Files");
   expectFailure(minimalWith("    </Devices>\n", ""), 15, "");
   Root root;
@@ -278,17 +290,20 @@ TEST(CfaXmlCardinality, EmptyListsAndTheRequiredImages) {
                             "        <Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>\n      </Device>\n",
                             "    <Devices>\n"),
                 8, "Device");
-  const Root root = parse(minimalWith("<Build/>\n", "<Build><ZuncCompileSwitches/><ZuncLinkSwitches/></Build>"
-                                                    "<DesignIPs/>\n"));
+  const Root root = parse(minimalWith("<Build/>\n",
+                                      "<Build><ZuncCompileSwitches/><ZuncLinkSwitches/></Build>"
+                                      "<DesignIPs/>\n"));
   EXPECT_TRUE(root.GetCFA().IssetDesignIPs());
   EXPECT_EQ(root.GetCFA().GetDesignIPs().SizeIP(), 0u);
   EXPECT_NO_THROW(parse(minimalWith("<Images/>", "<Memories/><Connectors/><Images/><Drivers/>")));
   EXPECT_NO_THROW(parse(minimalWith(
       "<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>",
       "<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"><Core><Port Name=\"p\" Type=\"t\"><AddressSegments/>"
-      "</Port><AvailableResources LUT=\"\" REG=\"\" BRAM=\"\" DSP=\"\"><PBlock Name=\"x\"/></AvailableResources>"
+      "</Port><AvailableResources LUT=\"\" REG=\"\" BRAM=\"\" DSP=\"\"><PBlock "
+      "Name=\"x\"/></AvailableResources>"
       "</Core></Core>")));
-  EXPECT_NO_THROW(parse(minimalWith("<Device Name=\"d\" Type=\"t\">", "<Device Name=\"d\" Type=\"t\"><SystemClocks/>")));
+  EXPECT_NO_THROW(
+      parse(minimalWith("<Device Name=\"d\" Type=\"t\">", "<Device Name=\"d\" Type=\"t\"><SystemClocks/>")));
 }
 
 TEST(CfaXmlCardinality, InterfacesHoldsAtMostOneAndWritingNeedsIt) {
@@ -306,20 +321,21 @@ TEST(CfaXmlCardinality, InterfacesHoldsAtMostOneAndWritingNeedsIt) {
 }
 
 TEST(CfaXmlCardinality, OptionalAttributesTheFormatNames) {
-  const Root root = parse(minimalWith(
-      "<Images/>",
-      "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" File=\"f\"/></Drivers>"
-      "<PCIeId Vendor=\"a\" Device=\"b\" Subsystem=\"c\"/>"));
+  const Root root = parse(
+      minimalWith("<Images/>",
+                  "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" File=\"f\"/></Drivers>"
+                  "<PCIeId Vendor=\"a\" Device=\"b\" Subsystem=\"c\"/>"));
   EXPECT_FALSE(root.GetCFA().GetBoard().GetDrivers().GetDriver(0).IssetPlatform());
   EXPECT_FALSE(root.GetCFA().GetBoard().GetPCIeId().IssetFeatureId());
   expectFailure(minimalWith("<Images/>",
                             "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" Platform=\"p\"/>"
                             "</Drivers>"),
                 6, "File");
-  expectFailure(minimalWith("<Build/>", "<GenAppInfo Name=\"n\" Version=\"v\"/><Build/>"), 4, "CFA");
-  expectFailure(minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
-                            "<Root VersionMajor=\"1\" VersionMinor=\"15\"><GenAppInfo Name=\"n\" Version=\"v\"/>"),
-                2, "CL");
+
+  expectFailure(
+      minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
+                  "<Root VersionMajor=\"1\" VersionMinor=\"15\"><GenAppInfo Name=\"n\" Version=\"v\"/>"),
+      2, "CL");
   const Root gen = parse(minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
                                      "<Root VersionMajor=\"1\" VersionMinor=\"15\">"
                                      "<GenAppInfo Name=\"n\" Version=\"v\" CL=\"5\" TimeStamp=\"\"/>"));
@@ -353,15 +369,25 @@ TEST(CfaXmlNumeric, BoundsAreInclusiveAndBlanksAreAllowed) {
     else
       EXPECT_THROW(root.Unmarshal(doc.data(), doc.size()), HXMLException) << c.to;
   }
-  EXPECT_EQ(parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \"")).GetCFA().GetDevices().GetDevice(0)
-                .GetCore().GetComputeUnits(), 7);
+  EXPECT_EQ(parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""))
+                .GetCFA()
+                .GetDevices()
+                .GetDevice(0)
+                .GetCore()
+                .GetComputeUnits(),
+            7);
   const std::string memory = "<Images/>";
   const auto withAddress = [&](const std::string& value) {
-    return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" + value +
-                                        "\"/></Memories>" + memory);
+    return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" +
+                                        value + "\"/></Memories>" + memory);
   };
-  EXPECT_EQ(parse(withAddress("-9223372036854775808")).GetCFA().GetBoard().GetMemories().GetMemory(0)
-                .GetLowestAddress(), INT64_MIN);
+  EXPECT_EQ(parse(withAddress("-9223372036854775808"))
+                .GetCFA()
+                .GetBoard()
+                .GetMemories()
+                .GetMemory(0)
+                .GetLowestAddress(),
+            INT64_MIN);
   expectFailure(withAddress("-9223372036854775809"), 6, "minimum");
   expectFailure(withAddress("9223372036854775808"), 6, "maximum");
 }
@@ -371,12 +397,27 @@ TEST(CfaXmlRecord, CloneAndCopyAreDeepAndEqualityIsByValue) {
   const auto clone = original.Clone();
   EXPECT_EQ(*clone, original);
   Root copy = original;
-  copy.GetCFA().GetDevices().GetDevice(0).GetCore().GetCore().GetPort(0).GetAddressSegments()
-      .GetAddressSegment(0).SetSlave(L"other");
+  copy.GetCFA()
+      .GetDevices()
+      .GetDevice(0)
+      .GetCore()
+      .GetCore()
+      .GetPort(0)
+      .GetAddressSegments()
+      .GetAddressSegment(0)
+      .SetSlave(L"other");
   EXPECT_NE(copy, original);
   EXPECT_EQ(*clone, original);
-  EXPECT_EQ(narrow(original.GetCFA().GetDevices().GetDevice(0).GetCore().GetCore().GetPort(0)
-                       .GetAddressSegments().GetAddressSegment(0).GetSlave()), "mem");
+  EXPECT_EQ(narrow(original.GetCFA()
+                       .GetDevices()
+                       .GetDevice(0)
+                       .GetCore()
+                       .GetCore()
+                       .GetPort(0)
+                       .GetAddressSegments()
+                       .GetAddressSegment(0)
+                       .GetSlave()),
+            "mem");
 
   // Absent and empty differ, for attributes and for children.
   BasePlatform::Host a, b;

@@ -11,9 +11,9 @@ ZR_XML_DECLARE_SCHEMA(cfa)
 
 namespace BasePlatform {
 
-#define BP_DEFINE_OCCURS_OK(Record)                                          \
-  bool Record::IsOccursOk(std::string* why) const {                          \
-    return ::zr_xml_record::OccursChecker::check(#Record, *this, why);       \
+#define BP_DEFINE_OCCURS_OK(Record)                                    \
+  bool Record::IsOccursOk(std::string* why) const {                    \
+    return ::zr_xml_record::OccursChecker::check(#Record, *this, why); \
   }
 BP_ALL_RECORDS(BP_DEFINE_OCCURS_OK)
 #undef BP_DEFINE_OCCURS_OK

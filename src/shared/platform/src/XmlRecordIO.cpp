@@ -18,7 +18,8 @@ void throwBadIndex(std::size_t index, std::size_t size) {
 namespace {
 
 [[noreturn]] void badNumber(const std::string& text, int line, const char* name) {
-  throw HXMLException("attribute '" + std::string(name) + "': '" + text + "' is not an integer in range", line);
+  throw HXMLException("attribute '" + std::string(name) + "': '" + text + "' is not an integer in range",
+                      line);
 }
 
 // Numbers carry blanks around them; inside, only a sign and decimal digits.

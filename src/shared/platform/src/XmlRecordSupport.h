@@ -164,10 +164,10 @@ class List {
 #define ZR_XML_ATTR_MEMBER(N, T, U, D) ::zr_xml_record::Attribute<ZR_XML_TYPE_##T> m_##N{ZR_XML_TYPE_##T{D}};
 #define ZR_XML_CHILD_MEMBER(N, R, O) ZR_XML_HOLDER_##O<R> m_##N;
 
-#define ZR_XML_ATTR_API(N, T, U, D)                                         \
-  const ZR_XML_TYPE_##T& Get##N() const { return m_##N.get(); }             \
-  void Set##N(const ZR_XML_TYPE_##T& value) { m_##N.set(value); }           \
-  bool Isset##N() const { return m_##N.isSet(); }                           \
+#define ZR_XML_ATTR_API(N, T, U, D)                               \
+  const ZR_XML_TYPE_##T& Get##N() const { return m_##N.get(); }   \
+  void Set##N(const ZR_XML_TYPE_##T& value) { m_##N.set(value); } \
+  bool Isset##N() const { return m_##N.isSet(); }                 \
   void Unset##N() { m_##N.unset(ZR_XML_TYPE_##T{D}); }
 
 #define ZR_XML_CHILD_API(N, R, O) ZR_XML_CHILD_API_##O(N, R)
@@ -176,23 +176,23 @@ class List {
 #define ZR_XML_CHILD_API_Many(N, R) ZR_XML_LIST_API(N, R)
 #define ZR_XML_CHILD_API_OneOrMore(N, R) ZR_XML_LIST_API(N, R)
 
-#define ZR_XML_SINGLE_API(N, R)                                   \
-  bool Isset##N() const { return m_##N.isSet(); }                 \
-  const R& Get##N() const { return m_##N.get(); }                 \
-  R& Get##N() { return m_##N.get(); }                             \
-  void Assign##N(const R& value) { m_##N.assign(value); }         \
+#define ZR_XML_SINGLE_API(N, R)                           \
+  bool Isset##N() const { return m_##N.isSet(); }         \
+  const R& Get##N() const { return m_##N.get(); }         \
+  R& Get##N() { return m_##N.get(); }                     \
+  void Assign##N(const R& value) { m_##N.assign(value); } \
   void Unset##N() { m_##N.unset(); }
 
-#define ZR_XML_LIST_API(N, R)                                                                  \
-  std::size_t Size##N() const { return m_##N.size(); }                                         \
-  const R& Get##N(std::size_t index) const { return m_##N.at(index); }                         \
-  R& Get##N(std::size_t index) { return m_##N.at(index); }                                     \
-  R& Append##N() { return m_##N.append(); }                                                    \
-  R& Append##N(const R& value) { return m_##N.append(value); }                                 \
-  R& Insert##N(std::size_t index) { return m_##N.insert(index); }                              \
-  R& Insert##N(std::size_t index, const R& value) { return m_##N.insert(index, value); }       \
-  void Assign##N(std::size_t index, const R& value) { m_##N.assign(index, value); }            \
-  void Delete##N(std::size_t index) { m_##N.erase(index); }                                    \
+#define ZR_XML_LIST_API(N, R)                                                            \
+  std::size_t Size##N() const { return m_##N.size(); }                                   \
+  const R& Get##N(std::size_t index) const { return m_##N.at(index); }                   \
+  R& Get##N(std::size_t index) { return m_##N.at(index); }                               \
+  R& Append##N() { return m_##N.append(); }                                              \
+  R& Append##N(const R& value) { return m_##N.append(value); }                           \
+  R& Insert##N(std::size_t index) { return m_##N.insert(index); }                        \
+  R& Insert##N(std::size_t index, const R& value) { return m_##N.insert(index, value); } \
+  void Assign##N(std::size_t index, const R& value) { m_##N.assign(index, value); }      \
+  void Delete##N(std::size_t index) { m_##N.erase(index); }                              \
   void Clear##N() { m_##N.clear(); }
 
 #define ZR_XML_ATTR_VISIT(N, T, U, D) v.attribute(#N, m_##N, ::zr_xml_record::AttrUse::k##U);
@@ -201,32 +201,32 @@ class List {
 
 // The body of a record class; ZR_XML_RECORD closes it, a record with
 // operations of its own closes it itself.
-#define ZR_XML_RECORD_BODY(Record, FIELDS)                                                      \
- private:                                                                                       \
-  FIELDS(ZR_XML_ATTR_MEMBER, ZR_XML_CHILD_MEMBER)                                               \
-                                                                                                \
- public:                                                                                        \
+#define ZR_XML_RECORD_BODY(Record, FIELDS)                                                             \
+ private:                                                                                              \
+  FIELDS(ZR_XML_ATTR_MEMBER, ZR_XML_CHILD_MEMBER)                                                      \
+                                                                                                       \
+ public:                                                                                               \
   bool operator==(const Record& other) const { return true FIELDS(ZR_XML_FIELD_EQ, ZR_XML_FIELD_EQ); } \
-  bool operator!=(const Record& other) const { return !(*this == other); }                      \
-  void Swap(Record& other) noexcept { std::swap(*this, other); }                                \
-  void Reset() { *this = Record(); }                                                            \
-  std::unique_ptr<Record> Clone() const { return std::make_unique<Record>(*this); }             \
-  /* True when every required attribute is set and every required child is */                 \
-  /* present, in the whole subtree; otherwise `why` names the first gap. */                     \
-  bool IsOccursOk(std::string* why = nullptr) const;                                            \
-  FIELDS(ZR_XML_ATTR_API, ZR_XML_CHILD_API)                                                     \
-  template <class V>                                                                            \
-  void visit(V& v) {                                                                            \
-    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                               \
-  }                                                                                             \
-  template <class V>                                                                            \
-  void visit(V& v) const {                                                                      \
-    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                               \
+  bool operator!=(const Record& other) const { return !(*this == other); }                             \
+  void Swap(Record& other) noexcept { std::swap(*this, other); }                                       \
+  void Reset() { *this = Record(); }                                                                   \
+  std::unique_ptr<Record> Clone() const { return std::make_unique<Record>(*this); }                    \
+  /* True when every required attribute is set and every required child is */                          \
+  /* present, in the whole subtree; otherwise `why` names the first gap. */                            \
+  bool IsOccursOk(std::string* why = nullptr) const;                                                   \
+  FIELDS(ZR_XML_ATTR_API, ZR_XML_CHILD_API)                                                            \
+  template <class V>                                                                                   \
+  void visit(V& v) {                                                                                   \
+    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                                      \
+  }                                                                                                    \
+  template <class V>                                                                                   \
+  void visit(V& v) const {                                                                             \
+    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                                      \
   }
 
-#define ZR_XML_RECORD(Record, FIELDS)    \
-  class Record {                         \
-    ZR_XML_RECORD_BODY(Record, FIELDS)   \
+#define ZR_XML_RECORD(Record, FIELDS)  \
+  class Record {                       \
+    ZR_XML_RECORD_BODY(Record, FIELDS) \
   };
 
 #endif
