@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -102,7 +103,8 @@ const std::string kFull = R"(<?xml version="1.0" encoding="UTF-8"?>
     <FeatureRom MajorVersion="10" MinorVersion="1" MorwenBuildID="4294967295" IPBuildID="0" TimeSinceEpoch="7"
                 FPGAPartName="part" VBNVName="a:b:c:1" DDRChannelCount="4" DDRChannelSize="16"
                 DRBaseAddress="18446744073709551615" FeatureBitMap="3" UUID="u" CDMABaseAddress0="1"
-                CDMABaseAddress2="3" MaxTempLimit="90"/>
+                CDMABaseAddress1="0" CDMABaseAddress2="3" CDMABaseAddress3="4294967295" MaxTempLimit="90"
+                MaxPowerLimit="75"/>
   </CFA>
 </Root>
 )";
@@ -191,9 +193,9 @@ TEST(CfaXmlRead, FullDocumentFillsEveryKindOfField) {
   const auto& rom = cfa.GetFeatureRom();
   EXPECT_EQ(rom.GetMorwenBuildID(), 4294967295u);
   EXPECT_EQ(rom.GetDRBaseAddress(), 18446744073709551615ull);
-  EXPECT_TRUE(rom.IssetCDMABaseAddress2());
-  EXPECT_FALSE(rom.IssetCDMABaseAddress1());
-  EXPECT_FALSE(rom.IssetMaxPowerLimit());
+  EXPECT_TRUE(rom.IssetCDMABaseAddress1());
+  EXPECT_EQ(rom.GetCDMABaseAddress3(), 4294967295u);
+  EXPECT_EQ(rom.GetMaxPowerLimit(), 75u);
 }
 
 TEST(CfaXmlRead, OptionalPartsAbsentStayUnsetAndRootKeepsItsDefaults) {
@@ -463,6 +465,25 @@ TEST(CfaXmlWrite, RoundTripKeepsEveryValue) {
   const std::string text = marshal(original);
   EXPECT_EQ(text.find("<Root VersionMajor=\"1\" VersionMinor=\"15\">"), text.find("<Root"));
   EXPECT_EQ(parse(text), original);
+  // The fixture uses every element and attribute the schema declares, so a
+  // field that the records drop or misname shows as a missing one here.
+  const std::string xsd = zr_test::readFile(std::string(ZR_SOURCE_DIR) + "/schemas/cfa.xsd");
+  const std::regex declared("<xs:(element|attribute) name=\"(\\w+)\"");
+  int names = 0;
+  for (std::sregex_iterator it(xsd.begin(), xsd.end(), declared), end; it != end; ++it, ++names) {
+    const std::string name = (*it)[2];
+    const std::string written = (*it)[1] == "element" ? "<" + name : " " + name + "=\"";
+    EXPECT_NE(kFull.find(written), std::string::npos) << "fixture lacks " << written;
+    EXPECT_NE(text.find(written), std::string::npos) << "output lacks " << written;
+  }
+  EXPECT_GT(names, 150);
+  const auto count = [](const std::string& s, const std::string& what) {
+    std::size_t n = 0;
+    for (auto at = s.find(what); at != std::string::npos; at = s.find(what, at + 1)) ++n;
+    return n;
+  };
+  EXPECT_EQ(count(text, "=\""), count(kFull, "=\""));
+  EXPECT_EQ(count(text, "<") - count(text, "</"), count(kFull, "<") - count(kFull, "</"));
 
   // Text XML must escape, characters beyond ASCII, and blanks inside values.
   Root built = parse(kMinimal);
