@@ -463,7 +463,12 @@ TEST(CfaXmlRecord, ListAccessorsKeepOrderAndRefuseBadIndexes) {
 TEST(CfaXmlWrite, RoundTripKeepsEveryValue) {
   const Root original = parse(kFull);
   const std::string text = marshal(original);
+  // Attributes are written in the order of the format.
   EXPECT_EQ(text.find("<Root VersionMajor=\"1\" VersionMinor=\"15\">"), text.find("<Root"));
+  EXPECT_NE(
+      text.find("<CFA Vendor=\"acme\" BoardId=\"b1\" Name=\"plat\" VersionMajor=\"3\" VersionMinor=\"4\" "
+                "Description=\"d &amp; e\" FeatureRomTimestamp=\"42\""),
+      std::string::npos);
   EXPECT_EQ(parse(text), original);
   // The fixture uses every element and attribute the schema declares, so a
   // field that the records drop or misname shows as a missing one here.
