@@ -398,28 +398,22 @@ TEST(CfaXmlRecord, CloneAndCopyAreDeepAndEqualityIsByValue) {
   const Root original = parse(kFull);
   const auto clone = original.Clone();
   EXPECT_EQ(*clone, original);
+  // The deepest field of the format, reached from a record.
+  const auto segment = [](auto& root) -> auto& {
+    return root.GetCFA()
+        .GetDevices()
+        .GetDevice(0)
+        .GetCore()
+        .GetCore()
+        .GetPort(0)
+        .GetAddressSegments()
+        .GetAddressSegment(0);
+  };
   Root copy = original;
-  copy.GetCFA()
-      .GetDevices()
-      .GetDevice(0)
-      .GetCore()
-      .GetCore()
-      .GetPort(0)
-      .GetAddressSegments()
-      .GetAddressSegment(0)
-      .SetSlave(L"other");
+  segment(copy).SetSlave(L"other");
   EXPECT_NE(copy, original);
   EXPECT_EQ(*clone, original);
-  EXPECT_EQ(narrow(original.GetCFA()
-                       .GetDevices()
-                       .GetDevice(0)
-                       .GetCore()
-                       .GetCore()
-                       .GetPort(0)
-                       .GetAddressSegments()
-                       .GetAddressSegment(0)
-                       .GetSlave()),
-            "mem");
+  EXPECT_EQ(narrow(segment(original).GetSlave()), "mem");
 
   // Absent and empty differ, for attributes and for children.
   BasePlatform::Host a, b;
