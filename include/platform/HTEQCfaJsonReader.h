@@ -1,24 +1,60 @@
 #ifndef PLATFORM_HTEQCFAJSONREADER_H
 #define PLATFORM_HTEQCFAJSONREADER_H
 
-// PLACEHOLDER: the JSON route of hardware archives. The archives work replaces
-// this file as a whole; until then no archive is read through it.
-
+#include <boost/property_tree/ptree_fwd.hpp>
 #include <string>
 
 #include "platform/PlatformLoader.h"
 
 class HPLPlatform;
 
+// Fills one HPLPlatform from the JSON member of a hardware archive: the
+// newer of the two routes into the model. Keys sit at the top level of the
+// document and are read in a fixed order; unknown keys are ignored, missing
+// ones give empty or zero values (only a device without its "core" fails).
+//
+// Failures answer false and send a message: "@74-66@%s" for a missing
+// archive, "@74-64@%s%s%s" for malformed JSON, "@74-63@%s%s" for any other
+// failure, "@74-67@%s%s" for an emulation member that cannot be opened.
 class ZR_PLATFORM_API HTEQCfaJsonReader {
  public:
+  using Mode = teq_platform::PlatformLoader::HwMetadataMode;
+
   explicit HTEQCfaJsonReader(HPLPlatform* platform);
-  bool canParse(const std::string& file, teq_platform::PlatformLoader::HwMetadataMode mode, std::string& jsonFile);
-  bool parseCFA(const std::string& file, teq_platform::PlatformLoader::HwMetadataMode mode);
-  bool parseHwEmuLFA(const std::string& file, teq_platform::PlatformLoader::HwMetadataMode mode);
+
+  // Whether the archive holds a JSON member the mode allows, and which.
+  // Without PrimaryJsonOnly the "alt_" member wins when both are there.
+  bool canParse(const std::string& archive, Mode mode, std::string& member);
+  // canParse, then the emulation member inside "hw_emu".
+  bool canParseHwEmu(const std::string& archive, Mode mode, std::string& member);
+  bool parseCFA(const std::string& archive, Mode mode);
+  // Fills the platform as the hardware emulation child of the archive.
+  bool parseHwEmuLFA(const std::string& archive, Mode mode);
+  // A stand-alone JSON file; false when it is not a file. Exceptions pass.
+  bool parseFile(const std::string& file);
+  // False for an empty text; exceptions pass.
+  bool parseJsonString(const std::string& text);
+
+  // The first file of type "HPFM" when the archive holds it, and its text.
+  std::string getHpfmFile() const;
+  std::string getHpfmStr() const;
+  bool readHpfmBusInterfaces(const std::string& hpfm);
+  bool readHpfmNocConnectivity(const std::string& hpfm);
 
  private:
+  bool parseMember_(const std::string& archive, const std::string& member, bool child);
+  void parseRoot_(const boost::property_tree::ptree& root);
+  void parseDesignIntent_(const boost::property_tree::ptree& intent, const boost::property_tree::ptree& root);
+  void parseBoard_(const boost::property_tree::ptree& board);
+  void parseDevices_(const boost::property_tree::ptree& devices);
+  void parseMemories_(const boost::property_tree::ptree& memories);
+  void parseFiles_(const boost::property_tree::ptree& files);
+  void parseFeatureRoms_(const boost::property_tree::ptree& roms);
+  void parseSystemClocks_(const boost::property_tree::ptree& clocks);
+  void parseEmulationFile_(const std::string& type, const std::string& member);
+
   HPLPlatform* platform_;
+  std::string archive_;
 };
 
 #endif
