@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+#include "host/ComMsgMgr.h"
+#include "host/HUTZip.h"
+#include "platform/HPLBoard.h"
+#include "platform/HPLCore.h"
+#include "platform/HPLDevice.h"
+#include "platform/HPLMemory.h"
+#include "platform/HPLPlatform.h"
+#include "platform/HSTFwdIter.h"
+#include "platform/HTEQCfaJsonReader.h"
+#include "platform/HTEQHardwareBusInterface.h"
+#include "platform/HTEQHardwareNocConnectivity.h"
+#include "platform/HTEQSystemClock.h"
+#include "platform/JSONObjectWriter.h"
+#include "support/TestSupport.h"
+
+using teq_platform::PlatformLoader;
+using namespace zr_test;
+
+namespace {
+
+// A small but complete JSON member: one device with its core, a memory, a
+// clock, a bus interface with a segment and one NoC record.
+std::string member(const std::string& extra = "", const std::string& name = "base") {
+  return "{\n"
+         "  \"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" +
+         name +
+         "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
+         "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
+         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": \"tzq9kp:xctzq9kp:ffvb676:-2:e\",\n"
+         "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
+         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": \"4096\"}],\n"
+         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", \"default\": "
+         "\"TRUE\"}],\n"
+         "  \"busInterfaces\": [{\"name\": \"S_AXI\", \"mode\": \"slave\", \"typeRef\": \"aximm\", \"dataWidth\": "
+         "\"512x\",\n"
+         "                     \"addressSegments\": [{\"baseName\": \"bank0\", \"index\": \"2\"}]}],\n"
+         "  \"nocConnectivity\": [{\"instRef\": \"noc0\", \"busInterfaces\": [{\"name\": \"M00\"}]}]" +
+         extra + "\n}\n";
+}
+
+class CfaJsonReader : public ::testing::Test {
+ protected:
+  std::string archive(const std::vector<std::pair<std::string, std::string>>& members,
+                      const std::string& name = "card.lfa") {
+    const std::string path = dir_.file(name);
+    for (const auto& m : members) HUTZip::writeMember(path, m.first, m.second);
+    return path;
+  }
+  TempDir dir_;
+  HPLPlatform platform_;
+  HTEQCfaJsonReader reader_{&platform_};
+};
+
+}  // namespace
+
+TEST_F(CfaJsonReader, FillsTheModelFromTheMember) {
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  EXPECT_EQ(platform_.getVendor(), "acme");
+  EXPECT_EQ(platform_.getUniqueName(), "acme:card:base:3.1");
+  EXPECT_EQ(platform_.getPlatformFile(), dir_.file("card.lfa"));
+  ASSERT_NE(platform_.getDevice("fpga0"), nullptr);
+  EXPECT_EQ(platform_.getDevice("fpga0")->getReadOnlyCore().getNumComputeUnits(), 60);
+  EXPECT_EQ(platform_.getFpgaPart(), "tzq9kp");
+  std::unique_ptr<HSTFwdIter<HPLMemory*>> memories(platform_.createMemoryIter());
+  ASSERT_TRUE(memories->hasNext());
+  EXPECT_EQ(memories->next()->getLowestAddress(), 4096u);
+  EXPECT_EQ(platform_.getDefaultClkId(), 7);
+  std::vector<HTEQHardwareBusInterface*> buses;
+  platform_.getBusInterfaces(buses);
+  ASSERT_EQ(buses.size(), 1u);
+  // Numbers keep their leading digits only, as strtol reads them.
+  EXPECT_EQ(buses[0]->getDataWidth(), 512);
+  HTEQHardwarePlatform::TEQHardwareNocConnectivityVec nocs;
+  platform_.getNocConnectivity(nocs);
+  ASSERT_EQ(nocs.size(), 1u);
+  std::vector<HTEQHardwareBusInterface*> nocBuses;
+  nocs[0]->getBusInterfaces(nocBuses);
+  EXPECT_EQ(nocBuses.size(), 1u);
+}
+
+TEST_F(CfaJsonReader, AlternativeMemberWinsUnlessOnlyThePrimaryCounts) {
+  const std::string path = archive({{"lfa.json", member("", "primary")}, {"alt_lfa.json", member("", "alt")}});
+  std::string chosen;
+  EXPECT_TRUE(reader_.canParse(path, PlatformLoader::Default, chosen));
+  EXPECT_EQ(chosen, "alt_lfa.json");
+  EXPECT_TRUE(reader_.canParse(path, PlatformLoader::PrimaryJsonOnly, chosen));
+  EXPECT_EQ(chosen, "lfa.json");
+  EXPECT_FALSE(reader_.canParse(path, PlatformLoader::XmlOnly, chosen));
+
+  HPLPlatform alt, primary;
+  ASSERT_TRUE(HTEQCfaJsonReader(&alt).parseCFA(path, PlatformLoader::Default));
+  ASSERT_TRUE(HTEQCfaJsonReader(&primary).parseCFA(path, PlatformLoader::PrimaryJsonOnly));
+  EXPECT_EQ(alt.getName(), "alt");
+  EXPECT_EQ(primary.getName(), "primary");
+
+  const std::string altOnly = archive({{"alt_lfa.json", member()}}, "alt.lfa");
+  EXPECT_TRUE(reader_.canParse(altOnly, PlatformLoader::Default, chosen));
+  EXPECT_FALSE(reader_.canParse(altOnly, PlatformLoader::PrimaryJsonOnly, chosen));
+  // A .cfa archive names its member after its own extension.
+  EXPECT_TRUE(reader_.canParse(archive({{"cfa.json", member()}}, "x.cfa"), PlatformLoader::Default, chosen));
+  EXPECT_EQ(chosen, "cfa.json");
+}
+
+TEST_F(CfaJsonReader, DefaultsForMissingKeys) {
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  EXPECT_TRUE(platform_.isExpandable());
+  EXPECT_TRUE(platform_.getValidBinaryContentValues().empty());
+  // Without a designIntent object the intents follow usesPR, none explicit.
+  const auto& intent = platform_.getDesignIntent();
+  EXPECT_TRUE(intent.getDataCenter());
+  EXPECT_TRUE(intent.getExternalHost());
+  EXPECT_TRUE(intent.getServerManaged());
+  EXPECT_FALSE(intent.getEmbedded());
+  EXPECT_FALSE(intent.isExplicit(HTEQDesignIntentStorage::dataCenter));
+}
+
+TEST_F(CfaJsonReader, ExplicitIntentsResourcesAndListsAreRead) {
+  const std::string extra =
+      ",\n \"expandablePlatform\": \"false\", \"validAcceleratorBinaryContentValues\": \"bitstream,pdi\",\n"
+      " \"designIntent\": {\"embedded\": {\"value\": \"true\", \"explicit\": \"true\"},\n"
+      "                   \"dataCenter\": {\"value\": \"true\", \"explicit\": \"false\"}},\n"
+      " \"resources\": [{\"type\": \"ff\", \"count\": \"12\"}, {\"type\": \"REG\", \"count\": \"9\"},\n"
+      "               {\"type\": \"Bram\", \"count\": \"4\"}],\n"
+      " \"zuncLinkXPSwitches\": [\"a\", \"b\"], \"unknownKey\": {\"deep\": [1, 2]},\n"
+      " \"board\": {\"name\": \"brd\", \"pcie\": {\"vendor\": \"0x10ee\"}, \"whatever\": \"x\"}";
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member(extra)}}), PlatformLoader::Default));
+  EXPECT_FALSE(platform_.isExpandable());
+  EXPECT_EQ(platform_.getValidBinaryContentValuesAsStr(), "bitstream,pdi");
+  EXPECT_TRUE(platform_.getDesignIntent().getEmbedded());
+  EXPECT_TRUE(platform_.getDesignIntent().isExplicit(HTEQDesignIntentStorage::embedded));
+  // An entry whose explicit flag is false takes the computed default.
+  EXPECT_FALSE(platform_.getDesignIntent().isExplicit(HTEQDesignIntentStorage::dataCenter));
+  EXPECT_EQ(platform_.getFFCount(), 12);
+  EXPECT_EQ(platform_.getBRAMCount(), 4);
+  EXPECT_EQ(platform_.getRegisterCount(), 0);
+  EXPECT_EQ(platform_.getBoard().getName(), "brd");
+  EXPECT_EQ(platform_.getBoard().getPCIeId().getVendor(), "0x10ee");
+}
+
+TEST_F(CfaJsonReader, FailuresAnswerFalseWithTheirMessages) {
+  ComMsgCapture cap;
+  EXPECT_FALSE(reader_.parseCFA(dir_.file("missing.lfa"), PlatformLoader::Default));
+  ASSERT_TRUE(cap.has("@74-66@%s"));
+  EXPECT_EQ(cap.find("@74-66@%s")->args[0], dir_.file("missing.lfa"));
+
+  cap.clear();
+  EXPECT_FALSE(reader_.parseCFA(archive({{"lfa.json", ""}}, "empty.lfa"), PlatformLoader::Default));
+  EXPECT_TRUE(cap.messages().empty());
+
+  const std::string bad = archive({{"lfa.json", "{\"vendor\": "}}, "bad.lfa");
+  HPLPlatform p1;
+  EXPECT_FALSE(HTEQCfaJsonReader(&p1).parseCFA(bad, PlatformLoader::Default));
+  const ComMsg* m = cap.find("@74-64@%s%s%s");
+  ASSERT_NE(m, nullptr);
+  EXPECT_EQ(m->args[0], "lfa.json");
+  EXPECT_EQ(m->args[1], bad);
+
+  cap.clear();
+  const std::string noCore =
+      archive({{"lfa.json", "{\"devices\": [{\"name\": \"fpga0\"}]}"}}, "nocore.lfa");
+  HPLPlatform p2;
+  EXPECT_FALSE(HTEQCfaJsonReader(&p2).parseCFA(noCore, PlatformLoader::Default));
+  EXPECT_TRUE(cap.has("@74-64@%s%s%s"));
+
+  cap.clear();
+  const std::string deep = archive({{"lfa.json", std::string(200000, '[') + std::string(200000, ']')}}, "deep.lfa");
+  HPLPlatform p3;
+  EXPECT_FALSE(HTEQCfaJsonReader(&p3).parseCFA(deep, PlatformLoader::Default));
+  EXPECT_TRUE(cap.has("@74-64@%s%s%s"));
+
+  cap.clear();
+  dir_.write("notzip.lfa", "this is not a zip archive");
+  HPLPlatform p4;
+  EXPECT_FALSE(HTEQCfaJsonReader(&p4).parseCFA(dir_.file("notzip.lfa"), PlatformLoader::Default));
+}
+
+TEST_F(CfaJsonReader, EmulationChildComesFromTheHwEmuDirectory) {
+  const std::string path =
+      archive({{"lfa.json", member()}, {"hw_emu/alt_lfa.json", member(",\"hardwareEmuPlatform\": \"true\"", "emu")}});
+  std::string chosen;
+  EXPECT_TRUE(reader_.canParseHwEmu(path, PlatformLoader::Default, chosen));
+  EXPECT_EQ(chosen, "hw_emu/alt_lfa.json");
+  EXPECT_FALSE(reader_.canParseHwEmu(path, PlatformLoader::PrimaryJsonOnly, chosen));
+  HPLPlatform child;
+  ASSERT_TRUE(HTEQCfaJsonReader(&child).parseHwEmuLFA(path, PlatformLoader::Default));
+  EXPECT_TRUE(child.isChildHardwareEmuPlatform());
+  EXPECT_TRUE(child.isHWEmuPlatform());
+  EXPECT_EQ(child.getName(), "emu");
+  HPLPlatform none;
+  EXPECT_FALSE(HTEQCfaJsonReader(&none).parseHwEmuLFA(archive({{"lfa.json", member()}}, "plain.lfa"),
+                                                      PlatformLoader::Default));
+  EXPECT_FALSE(none.isChildHardwareEmuPlatform());
+}
+
+TEST_F(CfaJsonReader, WrittenDocumentReadsBackEqual) {
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  teq_platform::JSONObjectWriter w;
+  platform_.toJSON(w);
+  std::ostringstream text;
+  w.write(text);
+  HPLPlatform again;
+  ASSERT_TRUE(HTEQCfaJsonReader(&again).parseCFA(archive({{"lfa.json", text.str()}}, "again.lfa"),
+                                                 PlatformLoader::Default));
+  again.setPlatformFile(platform_.getPlatformFile());
+  EXPECT_TRUE(platform_.isEquals(again));
+}
