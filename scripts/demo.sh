@@ -1,8 +1,17 @@
 #!/usr/bin/env bash
-# Builds the library and the tool, generates a sample platform and prints its JSON.
+# Builds the library and the tool, writes a sample repository and prints the
+# JSON document of one of its platforms.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup-deps.sh
 cmake -S . -B build/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DZR_BUILD_TESTS=OFF >/dev/null
 cmake --build build/release -j "$(nproc)"
-./build/release/tools/zr-platform/zr-platform-demo "$PWD/build/release/sample"
+tool=build/release/tools/zr-platform/zr-platform
+sample=build/release/sample
+rm -rf "$sample"
+echo "== zr-platform gen-sample $sample"
+"$tool" gen-sample "$sample"
+echo "== zr-platform short $sample/acme_dc/acme_dc.zdf"
+"$tool" short "$sample/acme_dc/acme_dc.zdf"
+echo "== zr-platform json $sample/acme_dc/acme_dc.zdf"
+"$tool" json "$sample/acme_dc/acme_dc.zdf"

@@ -2,6 +2,8 @@
 //
 //   zr-platform json FILE     the platform's full JSON document
 //   zr-platform short FILE    its short JSON document
+//   zr-platform gen-sample DIR [--count N] [--scale S]
+//                             writes a sample repository
 //
 // Exit status: 0 on success, 1 when the platform cannot be loaded, 2 on a usage
 // error. Every error is one line on standard error naming the file.
@@ -13,6 +15,7 @@
 #include <vector>
 
 #include "CliSupport.h"
+#include "SampleGenerator.h"
 #include "host/HUTEnv.h"
 #include "platform/HTEQPlatformCAPI.h"
 
@@ -66,6 +69,15 @@ int main(int argc, char** argv) {
   auto* shortCmd = app.add_subcommand("short", "Print the platform's short JSON document");
   shortCmd->add_option("FILE", file, "Platform file (.zdf, .cfa, .lfa or .spfm)")->required();
 
+  std::string sampleDir;
+  zr_cli::SampleOptions sample;
+  auto* genSample = app.add_subcommand("gen-sample", "Write a sample repository of platforms");
+  genSample->add_option("DIR", sampleDir, "Directory to write into (made when missing)")->required();
+  genSample->add_option("--count", sample.count, "Number of platforms (the first five are one of each kind)")
+      ->check(CLI::Range(1, 100000));
+  genSample->add_option("--scale", sample.scale, "Size of each platform's metadata (1: about 430 KB)")
+      ->check(CLI::Range(0.01, 1000.0));
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
@@ -85,5 +97,11 @@ int main(int argc, char** argv) {
 
   if (json->parsed()) return printJson(file, hteq_get_platform_json);
   if (shortCmd->parsed()) return printJson(file, hteq_get_short_platform_json);
+  if (genSample->parsed()) {
+    return guarded(sampleDir, [&](zr_cli::MessageCollector&) {
+      for (const auto& written : zr_cli::generateSample(sampleDir, sample)) std::cout << written << "\n";
+      return int(zr_cli::kOk);
+    });
+  }
   return zr_cli::kUsage;
 }

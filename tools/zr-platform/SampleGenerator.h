@@ -1,0 +1,30 @@
+#ifndef TOOLS_ZR_PLATFORM_SAMPLEGENERATOR_H
+#define TOOLS_ZR_PLATFORM_SAMPLEGENERATOR_H
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace zr_cli {
+
+struct SampleOptions {
+  // How many platforms; the first five show the kinds of platform (see below),
+  // the rest are more platforms of the first kind.
+  int count = 5;
+  // Grows every list of each platform's metadata; 1 gives a member of about
+  // 430 KB (100 bus interfaces, 20 clocks, 8 memories, 40 ports, 40 files,
+  // 50 IP parameters).
+  double scale = 1.0;
+};
+
+// Writes a sample repository into `dir`, deterministically:
+//   <name>/<name>.zdf, hw/<name>.lfa, sw/<name>.spfm   a data-centre platform
+//   an embedded platform, a platform with two reconfigurable partitions, a
+//   platform with emulation metadata inside its archive, and a lone hardware
+//   archive; then further data-centre platforms up to `count`.
+// Returns the descriptors and archives written, one per platform.
+std::vector<std::string> generateSample(const std::string& dir, const SampleOptions& options);
+
+}  // namespace zr_cli
+
+#endif
