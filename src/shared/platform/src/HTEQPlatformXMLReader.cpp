@@ -1,11 +1,11 @@
 #include "platform/HTEQPlatformXMLReader.h"
 
-#include <iostream>
 #include <sstream>
 
 #include "TEQPlatformLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "host/HUTConsole.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQPlatform.h"
@@ -84,7 +84,7 @@ bool HTEQPlatformXMLReader::parseFile() {
     msg << "Error parsing platform file: " << file_ << "\n"
         << "Line number:" << line << ". " << e.what() << "\n";
     errorMsg_ = msg.str();
-    std::cout << errorMsg_ << std::flush;
+    HUTConsole::out(errorMsg_);
     ZR_SEND_MSG("@74-9@%s", ComMsgMask::kError, file_, line);
     return false;
   }
