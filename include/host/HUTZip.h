@@ -77,6 +77,14 @@ class ZR_PLATFORM_API HUTZip {
   // when the member is missing or the file cannot be opened for writing.
   static bool extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile);
 
+  // Copies the member pathInside of the archive stored as the member
+  // innerArchive of zipFile (a project archive inside a platform archive) to
+  // destFile. The inner archive is unpacked to a temporary file in the tool's
+  // temporary directory, removed afterwards. False when either member is
+  // missing or the file cannot be written.
+  static bool extractNestedMember(const std::string& zipFile, const std::string& innerArchive,
+                                  const std::string& pathInside, const std::string& destFile);
+
   // The whole content of one member in `content`. False when the member is missing.
   static bool readMember(const std::string& zipFile, const std::string& member, std::string& content);
 

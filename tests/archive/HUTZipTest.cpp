@@ -10,6 +10,7 @@
 
 #include "ZipTestSupport.h"
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "support/TestSupport.h"
 
@@ -293,6 +294,27 @@ TEST(HUTZip, ExtractMemberCopiesToTheGivenFile) {
   EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
   EXPECT_FALSE(HUTFile::exists(dir.file("e")));
   EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "hw/top.hpfm", dir.file("g")));
+}
+
+TEST(HUTZip, ANestedArchiveYieldsItsMembersAndLeavesNoTemporary) {
+  TempDir dir, tmp;
+  HUTEnv::instance().setTmpDir(tmp.path());
+  const std::string inner = dir.file("inner.tilprj");
+  makeZip(inner, {{"tilarchive/morwen/til_constraints.tilcst", "constraints"}});
+  const std::string zip = dir.file("p.lfa");
+  makeZip(zip, {{"lfa.json", "{}"}, {"til/p.tilprj", readFile(inner)}});
+
+  EXPECT_TRUE(HUTZip::extractNestedMember(zip, "til/p.tilprj", "tilarchive/morwen/til_constraints.tilcst",
+                                          dir.file("out/c.tilcst")));
+  EXPECT_EQ(readFile(dir.file("out/c.tilcst")), "constraints");
+  EXPECT_FALSE(HUTZip::extractNestedMember(zip, "til/p.tilprj", "tilarchive/none", dir.file("out/n")));
+  EXPECT_FALSE(HUTZip::extractNestedMember(zip, "til/none.tilprj", "tilarchive/morwen/til_constraints.tilcst",
+                                           dir.file("out/n")));
+  // A member that is no archive is damaged input, and still leaves no temporary behind.
+  EXPECT_THROW(HUTZip::extractNestedMember(zip, "lfa.json", "x", dir.file("out/n")), HEXDataException);
+  EXPECT_FALSE(HUTFile::exists(dir.file("out/n")));
+  EXPECT_TRUE(boost::filesystem::is_empty(tmp.path()));
+  HUTEnv::instance().setTmpDir("");
 }
 
 TEST(HUTZip, DeleteFilesKeepsTheRestAndAnEmptyArchiveStaysAnArchive) {

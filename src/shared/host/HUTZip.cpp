@@ -14,6 +14,7 @@
 #include "ZrZipArchive.h"
 #include "ZrZipDigest.h"
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 
@@ -228,6 +229,24 @@ bool HUTZip::extractMember(const std::string& zipFile, const std::string& member
     return false;
   }
   return true;
+}
+
+bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& innerArchive,
+                                 const std::string& pathInside, const std::string& destFile) {
+  if (!containsFile(zipFile, innerArchive)) return false;
+  const std::string tmpDir = HUTEnv::instance().getJUNTmpDir();
+  HUTFile::mkDirRecursive(tmpDir);
+  std::string pattern = tmpDir + "/zr-nested-XXXXXX";
+  std::vector<char> name(pattern.begin(), pattern.end());
+  name.push_back('\0');
+  const int fd = ::mkstemp(name.data());
+  if (fd < 0) return false;
+  ::close(fd);
+  struct Remover {
+    const char* path;
+    ~Remover() { ::unlink(path); }
+  } remover{name.data()};
+  return extractMember(zipFile, innerArchive, name.data()) && extractMember(name.data(), pathInside, destFile);
 }
 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {
