@@ -67,6 +67,12 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   EXPECT_FALSE(HUTZip::containsFile(dir.file("missing.zip"), "sw/a.spfm"));
   EXPECT_FALSE(HUTZip::containsFile(dir.write("plain.txt", "not a zip"), "sw/a.spfm"));
   EXPECT_FALSE(HUTZip::containsFile(dir.path(), "sw/a.spfm"));
+  // A pipe would block a reader for ever: it is refused at once.
+  const std::string fifo = dir.file("pipe.cfa");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_FALSE(HUTZip::containsFile(fifo, "sw/a.spfm"));
+  EXPECT_THROW(HUTZip::getFiles(fifo), HEXUserException);
+  EXPECT_THROW(HUTZip::writeMember(fifo, "x", "y"), HEXUserException);
 }
 
 TEST(HUTZip, BrokenArchivesFailWithTheirNameAndReason) {

@@ -83,6 +83,9 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mo
   if (path.empty()) throw HEXUserException("no archive path was given");
   if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
   if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);
+  // A pipe or a device would block or never end: only plain files are archives.
+  if (HUTFile::exists(path) && !HUTFile::isFile(path))
+    throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
 
   int flags = 0;
   switch (mode) {
