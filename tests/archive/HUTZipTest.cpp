@@ -71,7 +71,8 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   const std::string fifo = dir.file("pipe.cfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   EXPECT_FALSE(HUTZip::containsFile(fifo, "sw/a.spfm"));
-  EXPECT_THROW(HUTZip::getFiles(fifo), HEXUserException);
+  const std::string text = thrownText<HEXUserException>([&] { HUTZip::getFiles(fifo); });
+  EXPECT_NE(text.find("not a regular file"), std::string::npos) << text;
   EXPECT_THROW(HUTZip::writeMember(fifo, "x", "y"), HEXUserException);
 }
 
