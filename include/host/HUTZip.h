@@ -75,7 +75,8 @@ class ZR_PLATFORM_API HUTZip {
 
   // Copies one member to the file destFile (its directory is made). False
   // when the member is missing or the file cannot be opened for writing.
-  static bool extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile);
+  static bool extractMember(const std::string& zipFile, const std::string& member,
+                            const std::string& destFile);
 
   // Copies the member pathInside of the archive stored as the member
   // innerArchive of zipFile (a project archive inside a platform archive) to

@@ -56,9 +56,9 @@ std::string exerciseArchive(const std::string& zip, const std::string& out) {
 TEST(ArchiveRobustness, EveryDamagedByteGivesAResultOrTheLibrarysException) {
   TempDir dir;
   const std::string good = dir.file("good.cfa");
-  zr_test::makeZip(good, {{"cfa.json", "{\"platform\": \"p\"}"},
-                          {"bd/", ""},
-                          {"bd/top.bd", std::string(300, 'b') + "end"}});
+  zr_test::makeZip(
+      good,
+      {{"cfa.json", "{\"platform\": \"p\"}"}, {"bd/", ""}, {"bd/top.bd", std::string(300, 'b') + "end"}});
   HUTZip::attachDigestEn(good);
   const std::string original = zr_test::readFile(good);
   const std::string zip = dir.file("damaged.cfa");

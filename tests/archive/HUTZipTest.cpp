@@ -1,5 +1,3 @@
-#include "host/HUTZip.h"
-
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
@@ -12,6 +10,7 @@
 #include "host/HEXAll.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
+#include "host/HUTZip.h"
 #include "support/TestSupport.h"
 
 using zr_test::makeZip;
@@ -80,7 +79,8 @@ TEST(HUTZip, BrokenArchivesFailWithTheirNameAndReason) {
   TempDir dir;
   EXPECT_THROW(HUTZip::getFiles(dir.file("missing.zip")), HEXFileNotFoundException);
   const std::string text = dir.write("text.cfa", "hello, this is not an archive");
-  EXPECT_NE(thrownText<HEXDataException>([&] { HUTZip::getFiles(text); }).find("text.cfa"), std::string::npos);
+  EXPECT_NE(thrownText<HEXDataException>([&] { HUTZip::getFiles(text); }).find("text.cfa"),
+            std::string::npos);
 
   const std::string zip = dir.file("cut.zip");
   makeZip(zip, {{"a.txt", "aaaa"}, {"b.txt", std::string(5000, 'b')}});
@@ -219,8 +219,8 @@ TEST(HUTZip, UncompressDirCopiesOnlyWhatLiesBelowTheDirectory) {
 TEST(HUTZip, UnpackingNeverWritesOutsideTheDestination) {
   TempDir dir;
   const std::string out = dir.file("deep/out");
-  const std::vector<std::string> hostile = {"../escaped.txt", "bd/../../escaped.txt", "/tmp/zr-absolute.txt",
-                                            "..\\escaped.txt", "C:/escaped.txt", ".."};
+  const std::vector<std::string> hostile = {"../escaped.txt",  "bd/../../escaped.txt", "/tmp/zr-absolute.txt",
+                                            "..\\escaped.txt", "C:/escaped.txt",       ".."};
   for (const std::string& name : hostile) {
     const std::string zip = dir.file("bad.zip");
     // A sound member first: nothing at all may be written when any name is bad.
@@ -270,7 +270,8 @@ TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
 
   std::string content;
   EXPECT_TRUE(HUTZip::readMember(zip, "small.txt", content));
-  const std::string text = thrownText<HEXDataException>([&] { HUTZip::readMember(zip, "zeros.bin", content); });
+  const std::string text =
+      thrownText<HEXDataException>([&] { HUTZip::readMember(zip, "zeros.bin", content); });
   EXPECT_NE(text.find("zeros.bin"), std::string::npos) << text;
   EXPECT_NE(text.find("limit"), std::string::npos) << text;
   EXPECT_THROW(HUTZip::uncompress(zip, "zeros.bin", dir.file("out"), true), HEXDataException);

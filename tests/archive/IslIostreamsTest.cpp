@@ -1,11 +1,8 @@
-#include "host/IslIostreams.h"
-
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 
 #include <boost/filesystem.hpp>
-
 #include <boost/iostreams/copy.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
 #include <iterator>
@@ -16,6 +13,7 @@
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
+#include "host/IslIostreams.h"
 #include "support/TestSupport.h"
 
 namespace isl_io = isl::iostreams;

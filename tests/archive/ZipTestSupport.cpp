@@ -44,7 +44,8 @@ void makeZip(const std::string& path, const std::vector<std::pair<std::string, s
     if (!src || zip_file_add(za, m.first.c_str(), src, ZIP_FL_ENC_UTF_8) < 0)
       throw std::runtime_error("makeZip: cannot add " + m.first);
   }
-  if (!comment.empty()) zip_set_archive_comment(za, comment.data(), static_cast<zip_uint16_t>(comment.size()));
+  if (!comment.empty())
+    zip_set_archive_comment(za, comment.data(), static_cast<zip_uint16_t>(comment.size()));
   if (zip_close(za) != 0) throw std::runtime_error("makeZip: cannot write " + path);
 }
 
@@ -78,7 +79,8 @@ void damageFirstMemberData(const std::string& path) {
   const std::size_t start = local + 30 + le16(data, local + 26) + le16(data, local + 28);
   const std::uint32_t stored = le32(data, local + 18);
   if (stored < 4) throw std::runtime_error("damageFirstMemberData: member too small");
-  for (std::size_t i = start + stored / 2; i < start + stored / 2 + 4; ++i) data[i] = static_cast<char>(~data[i]);
+  for (std::size_t i = start + stored / 2; i < start + stored / 2 + 4; ++i)
+    data[i] = static_cast<char>(~data[i]);
   writeFile(path, data);
 }
 

@@ -62,8 +62,8 @@ void writeMemberFile(Archive& archive, std::int64_t index, const std::string& ta
   temp.push_back('\0');
   const int fd = ::mkstemp(temp.data());
   if (fd < 0)
-    throw HEXUserException("cannot write '" + target + "': cannot create a temporary file: " +
-                           std::strerror(errno));
+    throw HEXUserException("cannot write '" + target +
+                           "': cannot create a temporary file: " + std::strerror(errno));
   bool open = true;
   try {
     char buffer[65536];
@@ -148,14 +148,15 @@ std::vector<std::string> HUTZip::getFiles(const std::string& zipFile) {
 
 void HUTZip::compress(const std::string& zipFile, const std::string& file, const std::string& baseDir,
                       unsigned options) {
-  if (!HUTFile::isFile(file)) throw HEXUserException("cannot add '" + file + "' to an archive: it is no file");
+  if (!HUTFile::isFile(file))
+    throw HEXUserException("cannot add '" + file + "' to an archive: it is no file");
   std::string member = HUTPathUtils::getFileName(file);
   if (options & ZO_RELATIVE) {
     const std::string base = HUTFile::getCanonicalName(baseDir);
     const std::string path = HUTFile::getCanonicalName(file);
     if (baseDir.empty() || !isInside(path, base) || path == base)
-      throw HEXUserException("cannot add '" + file + "' to archive '" + zipFile + "': it does not lie below '" +
-                             baseDir + "'");
+      throw HEXUserException("cannot add '" + file + "' to archive '" + zipFile +
+                             "': it does not lie below '" + baseDir + "'");
     member = path.substr(base.size() + (base.back() == '/' ? 0 : 1));
   }
   Archive archive(zipFile, (options & ZO_CREATE) ? OpenMode::kCreate : OpenMode::kUpdate);
@@ -163,8 +164,10 @@ void HUTZip::compress(const std::string& zipFile, const std::string& file, const
   archive.commit();
 }
 
-void HUTZip::compressDir(const std::string& zipFile, const std::string& dir, bool withDirName, unsigned options) {
-  if (!HUTFile::isDir(dir)) throw HEXUserException("cannot add '" + dir + "' to an archive: it is no directory");
+void HUTZip::compressDir(const std::string& zipFile, const std::string& dir, bool withDirName,
+                         unsigned options) {
+  if (!HUTFile::isDir(dir))
+    throw HEXUserException("cannot add '" + dir + "' to an archive: it is no directory");
   const fs::path root(HUTFile::getCanonicalName(dir));
   const std::string self = HUTFile::getCanonicalName(zipFile);
   const std::string prefix = withDirName ? root.filename().string() + "/" : std::string();
@@ -195,8 +198,8 @@ bool HUTZip::uncompress(const std::string& zipFile, const std::string& member, c
   return true;
 }
 
-bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZip, const std::string& destDir,
-                           bool overwrite) {
+bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZip,
+                           const std::string& destDir, bool overwrite) {
   Archive archive(zipFile, OpenMode::kRead);
   std::string prefix = dirInZip;
   while (!prefix.empty() && prefix.back() == '/') prefix.pop_back();
@@ -216,7 +219,8 @@ bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZ
   return true;
 }
 
-bool HUTZip::extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile) {
+bool HUTZip::extractMember(const std::string& zipFile, const std::string& member,
+                           const std::string& destFile) {
   if (!HUTFile::exists(zipFile) || destFile.empty()) return false;
   Archive archive(zipFile, OpenMode::kRead);
   const std::int64_t index = archive.locate(member);
@@ -246,7 +250,8 @@ bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& 
     const char* path;
     ~Remover() { ::unlink(path); }
   } remover{name.data()};
-  return extractMember(zipFile, innerArchive, name.data()) && extractMember(name.data(), pathInside, destFile);
+  return extractMember(zipFile, innerArchive, name.data()) &&
+         extractMember(name.data(), pathInside, destFile);
 }
 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {

@@ -132,13 +132,13 @@ zip_ostream::zip_ostream(const std::string& archive, const std::string& member, 
     name.push_back('\0');
     const int fd = ::mkstemp(name.data());
     if (fd < 0)
-      throw HEXUserException("cannot write archive '" + archive + "': cannot create a temporary file: " +
-                             std::strerror(errno));
+      throw HEXUserException("cannot write archive '" + archive +
+                             "': cannot create a temporary file: " + std::strerror(errno));
     ::close(fd);
     spool_ = name.data();
     if (!buffer_.open(spool_, std::ios_base::out | std::ios_base::binary | std::ios_base::trunc))
-      throw HEXUserException("cannot write archive '" + archive + "': cannot open the temporary file '" + spool_ +
-                             "'");
+      throw HEXUserException("cannot write archive '" + archive + "': cannot open the temporary file '" +
+                             spool_ + "'");
   } catch (const HEXAll& e) {
     if (!spool_.empty()) ::unlink(spool_.c_str());
     spool_.clear();
@@ -184,7 +184,9 @@ void zip_ostream::close() {
 
 namespace zip {
 
-bool is_file(const std::string& archive, const std::string& member) { return HUTZip::containsFile(archive, member); }
+bool is_file(const std::string& archive, const std::string& member) {
+  return HUTZip::containsFile(archive, member);
+}
 
 }  // namespace zip
 

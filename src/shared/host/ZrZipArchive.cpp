@@ -44,8 +44,8 @@ void writeEmptyArchive(const std::string& path, const std::string& comment) {
   name.push_back('\0');
   const int fd = ::mkstemp(name.data());
   if (fd < 0)
-    throw HEXUserException("cannot write archive '" + path + "': cannot create a temporary file: " +
-                           std::strerror(errno));
+    throw HEXUserException("cannot write archive '" + path +
+                           "': cannot create a temporary file: " + std::strerror(errno));
   const bool written = ::write(fd, data.data(), data.size()) == static_cast<ssize_t>(data.size());
   const bool closed = ::close(fd) == 0;
   if (!written || !closed || ::rename(name.data(), path.c_str()) != 0) {
@@ -214,7 +214,8 @@ void Archive::putFile(const std::string& member, const std::string& sourceFile) 
 }
 
 void Archive::remove(std::int64_t index) {
-  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0) fail("cannot delete member '" + name(index) + "'");
+  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0)
+    fail("cannot delete member '" + name(index) + "'");
 }
 
 std::string Archive::comment() const {
@@ -313,7 +314,8 @@ std::size_t MemberReader::read(char* buffer, std::size_t n) {
   if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_)) {
     close();
     throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
-                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) + " bytes");
+                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) +
+                           " bytes");
   }
   return static_cast<std::size_t>(got);
 }
@@ -328,7 +330,8 @@ std::uint64_t MemberReader::seek(std::uint64_t offset) {
   char scratch[65536];
   while (position_ < offset) {
     const std::uint64_t want = offset - position_;
-    const std::size_t got = read(scratch, want < sizeof scratch ? static_cast<std::size_t>(want) : sizeof scratch);
+    const std::size_t got =
+        read(scratch, want < sizeof scratch ? static_cast<std::size_t>(want) : sizeof scratch);
     if (got == 0) break;
   }
   return position_;
