@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 
 #include <boost/filesystem.hpp>
 #include <boost/iostreams/copy.hpp>
@@ -64,17 +62,10 @@ TEST(ZipStreams, AMemberWhoseWritingFailsIsNotPutIntoTheArchive) {
   makeZip(zip, {{"cfa.json", "{}"}});
   const std::string before = zr_test::readFile(zip);
 
-  // The file-size limit stops the member's spool at 64 KiB.
-  struct sigaction ignore = {}, old = {};
-  ignore.sa_handler = SIG_IGN;
-  sigaction(SIGXFSZ, &ignore, &old);
-  struct rlimit saved;
-  getrlimit(RLIMIT_FSIZE, &saved);
-  struct rlimit small = saved;
-  small.rlim_cur = 64 * 1024;
-  setrlimit(RLIMIT_FSIZE, &small);
   std::string text;
   {
+    // The member's spool cannot grow past 64 KiB.
+    zr_test::ScopedFileSizeLimit limit(64 * 1024);
     isl_io::zip_ostream out(zip, "big.bit");
     out << zr_test::incompressible(512 * 1024);
     try {
@@ -83,8 +74,6 @@ TEST(ZipStreams, AMemberWhoseWritingFailsIsNotPutIntoTheArchive) {
       text = e.getText();
     }
   }
-  setrlimit(RLIMIT_FSIZE, &saved);
-  sigaction(SIGXFSZ, &old, nullptr);
 
   EXPECT_NE(text.find("writing it failed"), std::string::npos) << text;
   EXPECT_EQ(zr_test::readFile(zip), before);

@@ -1,5 +1,7 @@
 #include "ZipTestSupport.h"
 
+#include <signal.h>
+#include <sys/resource.h>
 #include <zip.h>
 
 #include <cstring>
@@ -96,5 +98,26 @@ ScopedMemberLimit::ScopedMemberLimit(std::uint64_t bytes) : old_(HUTZip::getMaxM
 }
 
 ScopedMemberLimit::~ScopedMemberLimit() { HUTZip::setMaxMemberSize(old_); }
+
+struct ScopedFileSizeLimit::Saved {
+  struct sigaction action;
+  struct rlimit limit;
+};
+
+ScopedFileSizeLimit::ScopedFileSizeLimit(std::uint64_t bytes) : saved_(new Saved) {
+  struct sigaction ignore = {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGXFSZ, &ignore, &saved_->action);
+  getrlimit(RLIMIT_FSIZE, &saved_->limit);
+  struct rlimit small = saved_->limit;
+  small.rlim_cur = bytes;
+  setrlimit(RLIMIT_FSIZE, &small);
+}
+
+ScopedFileSizeLimit::~ScopedFileSizeLimit() {
+  setrlimit(RLIMIT_FSIZE, &saved_->limit);
+  sigaction(SIGXFSZ, &saved_->action, nullptr);
+  delete saved_;
+}
 
 }  // namespace zr_test
