@@ -53,6 +53,28 @@ TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
   EXPECT_EQ(member(zip, "bits/full.bit"), big);
 }
 
+TEST(HUTZip, UpdatesKeepTheArchivesModeAndFollowALinkToIt) {
+  TempDir dir;
+  const std::string zip = dir.file("real/p.cfa");
+  HUTFile::mkDirRecursive(dir.file("real"));
+  makeZip(zip, {{"a", "1"}, {"b", "2"}});
+  ::chmod(zip.c_str(), 0640);
+  const std::string link = dir.file("p.cfa");
+  ASSERT_EQ(::symlink(zip.c_str(), link.c_str()), 0);
+
+  HUTZip::writeMember(link, "c", "3");
+  struct stat st;
+  ASSERT_EQ(::lstat(link.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "b", "c"}));
+  HUTZip::deleteFilesFromZip(link, {"a", "b", "c"});
+  ASSERT_EQ(::lstat(link.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  ASSERT_EQ(::stat(zip.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+  EXPECT_TRUE(HUTZip::getFiles(zip).empty());
+}
+
 TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   TempDir dir;
   const std::string zip = dir.file("a.zip");

@@ -27,13 +27,6 @@ namespace {
 
 std::uint64_t gMaxMemberSize = 2ull << 30;
 
-// The process's file-creation mask, read without changing it for good.
-mode_t currentUmask() {
-  const mode_t mask = ::umask(022);
-  ::umask(mask);
-  return mask;
-}
-
 // The permission bits the archive records for a member made on a Unix
 // system, or 0 when it records none.
 mode_t recordedMode(Archive& archive, std::int64_t index) {
@@ -80,7 +73,7 @@ void writeMemberFile(Archive& archive, std::int64_t index, const std::string& ta
       }
     }
     const mode_t recorded = recordedMode(archive, index);
-    ::fchmod(fd, (recorded ? recorded : 0666) & ~currentUmask());
+    ::fchmod(fd, zr_zip::newFileMode(recorded ? recorded : 0666));
     open = false;
     if (::close(fd) != 0) throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
   } catch (...) {

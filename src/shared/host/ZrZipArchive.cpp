@@ -1,6 +1,7 @@
 #include "ZrZipArchive.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <zip.h>
 
@@ -47,6 +48,8 @@ void writeEmptyArchive(const std::string& path, const std::string& comment) {
     throw HEXUserException("cannot write archive '" + path +
                            "': cannot create a temporary file: " + std::strerror(errno));
   const bool written = ::write(fd, data.data(), data.size()) == static_cast<ssize_t>(data.size());
+  struct stat st;
+  ::fchmod(fd, ::stat(path.c_str(), &st) == 0 ? (st.st_mode & 07777) : newFileMode(0666));
   const bool closed = ::close(fd) == 0;
   if (!written || !closed || ::rename(name.data(), path.c_str()) != 0) {
     const std::string reason = std::strerror(errno);
@@ -56,6 +59,12 @@ void writeEmptyArchive(const std::string& path, const std::string& comment) {
 }
 
 }  // namespace
+
+unsigned newFileMode(unsigned requested) {
+  const mode_t mask = ::umask(022);
+  ::umask(mask);
+  return requested & ~mask;
+}
 
 std::string unsafeNameReason(const std::string& name) {
   if (name.empty()) return "the name is empty";
@@ -79,7 +88,7 @@ void checkMemberName(const std::string& archive, const std::string& name) {
     throw HEXDataException("archive '" + archive + "': the member name '" + name + "' is refused: " + reason);
 }
 
-Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mode) {
+Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path), mode_(mode) {
   if (path.empty()) throw HEXUserException("no archive path was given");
   if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
   if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);
@@ -100,7 +109,11 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mo
       break;
   }
   int code = 0;
-  za_ = zip_open(path.c_str(), flags, &code);
+  // An update through a link updates the file it points to; renaming the
+  // new archive over the link itself would leave that file stale.
+  struct stat link;
+  if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) file_ = HUTFile::getCanonicalName(path);
+  za_ = zip_open(file_.c_str(), flags, &code);
   if (!za_) {
     const std::string reason = libzipErrorText(code);
     if (code == ZIP_ER_NOZIP || code == ZIP_ER_INCONS || code == ZIP_ER_EOF || code == ZIP_ER_MULTIDISK ||
@@ -121,7 +134,7 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mo
     }
   }
   std::string nulName;
-  if (rawNamesHoldNul(path, nulName)) {
+  if (rawNamesHoldNul(file_, nulName)) {
     zip_discard(za_);
     za_ = nullptr;
     throw HEXDataException("archive '" + path + "' holds a member name with a NUL byte: '" + nulName + "'");
@@ -244,7 +257,7 @@ void Archive::commit() {
     const std::string text = comment();
     zip_discard(za_);
     za_ = nullptr;
-    writeEmptyArchive(path_, text);
+    writeEmptyArchive(file_, text);
     return;
   }
   if (zip_close(za_) != 0) {
