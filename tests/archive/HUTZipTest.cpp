@@ -181,6 +181,16 @@ TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
             (Members{"cfa.json", "overlay/emu/emu.xml", "overlay/emu/emu.bd", "overlay/top.tcl"}));
   EXPECT_EQ(member(zip, "overlay/emu/emu.xml"), "<new/>");
 
+  // A script keeps its permission to run.
+  ::chmod((overlay + "/top.tcl").c_str(), 0755);
+  HUTZip::compressDir(zip, overlay);
+  HUTZip::uncompressDir(zip, "overlay", dir.file("out"), true);
+  struct stat st;
+  ASSERT_EQ(::stat(dir.file("out/overlay/top.tcl").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0100, 0100u);
+  ASSERT_EQ(::stat(dir.file("out/overlay/emu/emu.bd").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0100, 0u);
+
   const std::string flat = dir.file("flat.zip");
   HUTZip::compressDir(flat, overlay + "/", false, HUTZip::ZO_CREATE);
   EXPECT_EQ(HUTZip::getFiles(flat), (Members{"emu/emu.bd", "emu/emu.xml", "top.tcl"}));
@@ -279,6 +289,9 @@ TEST(HUTZip, WritingRefusesUnsafeMemberNames) {
                                   std::string("a\0b", 3), std::string("a/../../b")})
     EXPECT_THROW(HUTZip::writeMember(zip, name, "x"), HEXDataException) << name;
   EXPECT_FALSE(HUTFile::exists(zip));
+  // A colon elsewhere is an ordinary character.
+  HUTZip::writeMember(zip, "a:b/c:d", "x");
+  EXPECT_TRUE(HUTZip::containsFile(zip, "a:b/c:d"));
 }
 
 TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {

@@ -37,7 +37,7 @@ TEST(ZipStreams, WrittenMemberReadsBackAndOthersStay) {
     ASSERT_TRUE(out.is_open()) << out.error();
     out << "{\n    \"name\": \"p\"\n}" << '\n';
   }
-  isl_io::zip_istream in("lfa.json", zip, std::ios_base::openmode(12), 3);
+  isl_io::zip_istream in("lfa.json", zip, 12, 3);
   ASSERT_TRUE(in.is_open());
   EXPECT_EQ(slurp(in), "{\n    \"name\": \"p\"\n}\n");
   EXPECT_TRUE(isl_io::zip::is_file(zip, "hw/top.hpfm"));
@@ -157,7 +157,7 @@ TEST(ZipStreams, FileSourceReadsAndSeeksThroughAFilteringStream) {
   in.push(source);
   EXPECT_EQ(slurp(in), text);
 
-  isl_io::device::file_source seeker("emu/hw_emu.json", zip);
+  isl_io::device::file_source seeker("emu/hw_emu.json", zip, 12);
   char buf[6] = {};
   EXPECT_EQ(seeker.seek(50000, std::ios_base::beg), std::streampos(50000));
   ASSERT_EQ(seeker.read(buf, 5), 5);

@@ -73,7 +73,7 @@ void writeMemberFile(Archive& archive, std::int64_t index, const std::string& ta
       }
     }
     const mode_t recorded = recordedMode(archive, index);
-    ::fchmod(fd, zr_zip::newFileMode(recorded ? recorded : 0666));
+    ::fchmod(fd, zr_zip::newFileMode(recorded ? (recorded | 0600) : 0666));
     open = false;
     if (::close(fd) != 0) throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
   } catch (...) {

@@ -71,7 +71,9 @@ std::string unsafeNameReason(const std::string& name) {
   if (name.find('\0') != std::string::npos) return "the name holds a NUL byte";
   if (name.find('\\') != std::string::npos) return "the name holds a backslash";
   if (name.front() == '/') return "the name is an absolute path";
-  if (name.size() >= 2 && name[1] == ':') return "the name starts with a drive letter";
+  const bool letter = (name[0] >= 'a' && name[0] <= 'z') || (name[0] >= 'A' && name[0] <= 'Z');
+  if (letter && name.size() >= 2 && name[1] == ':' && (name.size() == 2 || name[2] == '/'))
+    return "the name starts with a drive letter";
   std::size_t start = 0;
   while (start <= name.size()) {
     std::size_t end = name.find('/', start);
@@ -220,6 +222,7 @@ void Archive::putFile(const std::string& member, const std::string& sourceFile) 
     throw HEXUserException("archive '" + path_ + "': cannot read the file '" + sourceFile + "'");
   zip_source_t* source = zip_source_file(za_, sourceFile.c_str(), 0, 0);
   if (!source) fail("cannot add the file '" + sourceFile + "'");
+  // The file source records the file's permission bits with the member.
   if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
     zip_source_free(source);
     fail("cannot add member '" + member + "'");
