@@ -11,6 +11,7 @@
 #include <cstring>
 #include <memory>
 
+#include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "ZrZipDigest.h"
 #include "host/HEXAll.h"
@@ -49,43 +50,11 @@ bool isInside(const std::string& path, const std::string& root) {
 void writeMemberFile(Archive& archive, std::int64_t index, const std::string& target) {
   MemberReader reader(archive, index);
   if (!reader.isOpen()) return;
-  const std::string parent = HUTPathUtils::getParent(target);
-  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-extract-XXXXXX";
-  std::vector<char> temp(pattern.begin(), pattern.end());
-  temp.push_back('\0');
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0)
-    throw HEXUserException("cannot write '" + target +
-                           "': cannot create a temporary file: " + std::strerror(errno));
-  bool open = true;
-  try {
-    char buffer[65536];
-    for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) {
-      const char* p = buffer;
-      while (got > 0) {
-        const ssize_t put = ::write(fd, p, got);
-        if (put < 0) {
-          if (errno == EINTR) continue;
-          throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
-        }
-        p += put;
-        got -= static_cast<std::size_t>(put);
-      }
-    }
-    const mode_t recorded = recordedMode(archive, index);
-    ::fchmod(fd, zr_zip::newFileMode(recorded ? (recorded | 0600) : 0666));
-    open = false;
-    if (::close(fd) != 0) throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
-  } catch (...) {
-    if (open) ::close(fd);
-    ::unlink(temp.data());
-    throw;
-  }
-  if (::rename(temp.data(), target.c_str()) != 0) {
-    const int error = errno;
-    ::unlink(temp.data());
-    throw HEXUserException("cannot write '" + target + "': " + std::strerror(error));
-  }
+  zr_zip::TempFile file(zr_zip::directoryOf(target), ".zr-extract-", target);
+  char buffer[65536];
+  for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) file.write(buffer, got);
+  const mode_t recorded = recordedMode(archive, index);
+  file.commitTo(target, zr_zip::newFileMode(recorded ? (recorded | 0600) : 0666));
 }
 
 // Unpacks one entry below the canonical directory `root`. The name has been
@@ -233,18 +202,10 @@ bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& 
   if (!containsFile(zipFile, innerArchive)) return false;
   const std::string tmpDir = HUTEnv::instance().getJUNTmpDir();
   HUTFile::mkDirRecursive(tmpDir);
-  std::string pattern = tmpDir + "/zr-nested-XXXXXX";
-  std::vector<char> name(pattern.begin(), pattern.end());
-  name.push_back('\0');
-  const int fd = ::mkstemp(name.data());
-  if (fd < 0) return false;
-  ::close(fd);
-  struct Remover {
-    const char* path;
-    ~Remover() { ::unlink(path); }
-  } remover{name.data()};
-  return extractMember(zipFile, innerArchive, name.data()) &&
-         extractMember(name.data(), pathInside, destFile);
+  zr_zip::TempFile inner(tmpDir, "zr-nested-", zipFile);
+  inner.close();
+  return extractMember(zipFile, innerArchive, inner.path()) &&
+         extractMember(inner.path(), pathInside, destFile);
 }
 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <unordered_set>
 
+#include "ZrTempFile.h"
 #include "ZrZipRawScan.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
@@ -39,23 +40,10 @@ void writeEmptyArchive(const std::string& path, const std::string& comment) {
   data.push_back(static_cast<char>(length >> 8));
   data.append(comment, 0, length);
 
-  std::string parent = HUTPathUtils::getParent(path);
-  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-zip-XXXXXX";
-  std::vector<char> name(pattern.begin(), pattern.end());
-  name.push_back('\0');
-  const int fd = ::mkstemp(name.data());
-  if (fd < 0)
-    throw HEXUserException("cannot write archive '" + path +
-                           "': cannot create a temporary file: " + std::strerror(errno));
-  const bool written = ::write(fd, data.data(), data.size()) == static_cast<ssize_t>(data.size());
+  TempFile file(directoryOf(path), ".zr-zip-", path);
+  file.write(data.data(), data.size());
   struct stat st;
-  ::fchmod(fd, ::stat(path.c_str(), &st) == 0 ? (st.st_mode & 07777) : newFileMode(0666));
-  const bool closed = ::close(fd) == 0;
-  if (!written || !closed || ::rename(name.data(), path.c_str()) != 0) {
-    const std::string reason = std::strerror(errno);
-    ::unlink(name.data());
-    throw HEXUserException("cannot write archive '" + path + "': " + reason);
-  }
+  file.commitTo(path, ::stat(path.c_str(), &st) == 0 ? (st.st_mode & 07777) : newFileMode(0666));
 }
 
 }  // namespace
