@@ -34,7 +34,7 @@ class ZR_PLATFORM_API HUTZip {
 
   // Outcome of verifyDigest.
   enum DigestState {
-    DIGEST_NONE,      // the archive carries no digest (or is no archive)
+    DIGEST_NONE,      // the archive carries no digest, or the file is missing
     DIGEST_VALID,     // the digest matches the members
     DIGEST_MISMATCH,  // a member was added, removed or changed since the stamp
   };
@@ -74,10 +74,21 @@ class ZR_PLATFORM_API HUTZip {
                             const std::string& destDir, bool overwrite);
 
   // Copies one member to the file destFile (its directory is made). False
-  // when the member is missing or the file cannot be opened for writing.
-  static bool extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile);
+  // when the archive or the member is missing or the file cannot be written;
+  // a damaged member still raises HEXDataException, and leaves no file.
+  static bool extractMember(const std::string& zipFile, const std::string& member,
+                            const std::string& destFile);
 
-  // The whole content of one member in `content`. False when the member is missing.
+  // Copies the member pathInside of the archive stored as the member
+  // innerArchive of zipFile (a project archive inside a platform archive) to
+  // destFile. The inner archive is unpacked to a temporary file in the tool's
+  // temporary directory, removed afterwards. False when either member is
+  // missing or the file cannot be written.
+  static bool extractNestedMember(const std::string& zipFile, const std::string& innerArchive,
+                                  const std::string& pathInside, const std::string& destFile);
+
+  // The whole content of one member in `content`. False when the archive or
+  // the member is missing.
   static bool readMember(const std::string& zipFile, const std::string& member, std::string& content);
 
   // Adds or replaces one member with the given bytes, or with the bytes of a file.

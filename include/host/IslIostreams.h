@@ -52,6 +52,9 @@ class ZR_PLATFORM_API file_source {
 
   file_source(const std::string& member, const std::string& archive,
               std::ios_base::openmode mode = std::ios_base::in | std::ios_base::binary);
+  // The mode as a number: 12 is input plus binary.
+  file_source(const std::string& member, const std::string& archive, int mode)
+      : file_source(member, archive, static_cast<std::ios_base::openmode>(mode)) {}
 
   bool is_open() const;
   // The reason the member could not be opened or read; empty otherwise.
@@ -73,6 +76,9 @@ class ZR_PLATFORM_API zip_istream : public std::istream {
   zip_istream(const std::string& member, const std::string& archive,
               std::ios_base::openmode mode = std::ios_base::in | std::ios_base::binary,
               int filter = zip_filter_default);
+  // The mode as a number: 12 is input plus binary.
+  zip_istream(const std::string& member, const std::string& archive, int mode, int filter)
+      : zip_istream(member, archive, static_cast<std::ios_base::openmode>(mode), filter) {}
   ~zip_istream() override;
   zip_istream(const zip_istream&) = delete;
   zip_istream& operator=(const zip_istream&) = delete;

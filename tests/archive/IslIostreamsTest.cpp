@@ -1,11 +1,6 @@
-#include "host/IslIostreams.h"
-
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 
 #include <boost/filesystem.hpp>
-
 #include <boost/iostreams/copy.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
 #include <iterator>
@@ -16,6 +11,7 @@
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
+#include "host/IslIostreams.h"
 #include "support/TestSupport.h"
 
 namespace isl_io = isl::iostreams;
@@ -41,7 +37,7 @@ TEST(ZipStreams, WrittenMemberReadsBackAndOthersStay) {
     ASSERT_TRUE(out.is_open()) << out.error();
     out << "{\n    \"name\": \"p\"\n}" << '\n';
   }
-  isl_io::zip_istream in("lfa.json", zip, std::ios_base::openmode(12), 3);
+  isl_io::zip_istream in("lfa.json", zip, 12, 3);
   ASSERT_TRUE(in.is_open());
   EXPECT_EQ(slurp(in), "{\n    \"name\": \"p\"\n}\n");
   EXPECT_TRUE(isl_io::zip::is_file(zip, "hw/top.hpfm"));
@@ -66,17 +62,10 @@ TEST(ZipStreams, AMemberWhoseWritingFailsIsNotPutIntoTheArchive) {
   makeZip(zip, {{"cfa.json", "{}"}});
   const std::string before = zr_test::readFile(zip);
 
-  // The file-size limit stops the member's spool at 64 KiB.
-  struct sigaction ignore = {}, old = {};
-  ignore.sa_handler = SIG_IGN;
-  sigaction(SIGXFSZ, &ignore, &old);
-  struct rlimit saved;
-  getrlimit(RLIMIT_FSIZE, &saved);
-  struct rlimit small = saved;
-  small.rlim_cur = 64 * 1024;
-  setrlimit(RLIMIT_FSIZE, &small);
   std::string text;
   {
+    // The member's spool cannot grow past 64 KiB.
+    zr_test::ScopedFileSizeLimit limit(64 * 1024);
     isl_io::zip_ostream out(zip, "big.bit");
     out << zr_test::incompressible(512 * 1024);
     try {
@@ -85,8 +74,6 @@ TEST(ZipStreams, AMemberWhoseWritingFailsIsNotPutIntoTheArchive) {
       text = e.getText();
     }
   }
-  setrlimit(RLIMIT_FSIZE, &saved);
-  sigaction(SIGXFSZ, &old, nullptr);
 
   EXPECT_NE(text.find("writing it failed"), std::string::npos) << text;
   EXPECT_EQ(zr_test::readFile(zip), before);
@@ -170,7 +157,7 @@ TEST(ZipStreams, FileSourceReadsAndSeeksThroughAFilteringStream) {
   in.push(source);
   EXPECT_EQ(slurp(in), text);
 
-  isl_io::device::file_source seeker("emu/hw_emu.json", zip);
+  isl_io::device::file_source seeker("emu/hw_emu.json", zip, 12);
   char buf[6] = {};
   EXPECT_EQ(seeker.seek(50000, std::ios_base::beg), std::streampos(50000));
   ASSERT_EQ(seeker.read(buf, 5), 5);

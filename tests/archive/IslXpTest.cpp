@@ -1,5 +1,3 @@
-#include "host/IslXp.h"
-
 #include <gtest/gtest.h>
 
 #include <boost/iostreams/device/file.hpp>
@@ -8,6 +6,7 @@
 
 #include "ZipTestSupport.h"
 #include "host/HEXAll.h"
+#include "host/IslXp.h"
 #include "support/TestSupport.h"
 
 namespace xp = isl::iostreams::xp;
@@ -76,7 +75,8 @@ TEST(XpFormat, DamagedPackedDataIsRefused) {
   EXPECT_THROW(xp::unpack(packed.substr(0, xp::kHeaderSize)), HEXDataException);
   // A body that is not zlib data.
   std::string garbled = packed;
-  for (std::size_t i = xp::kHeaderSize; i < xp::kHeaderSize + 8; ++i) garbled[i] = static_cast<char>(~garbled[i]);
+  for (std::size_t i = xp::kHeaderSize; i < xp::kHeaderSize + 8; ++i)
+    garbled[i] = static_cast<char>(~garbled[i]);
   EXPECT_THROW(xp::unpack(garbled), HEXDataException);
   // A header that gives another size than the body holds.
   std::string longer = packed;

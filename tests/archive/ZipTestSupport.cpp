@@ -1,5 +1,7 @@
 #include "ZipTestSupport.h"
 
+#include <signal.h>
+#include <sys/resource.h>
 #include <zip.h>
 
 #include <cstring>
@@ -44,7 +46,8 @@ void makeZip(const std::string& path, const std::vector<std::pair<std::string, s
     if (!src || zip_file_add(za, m.first.c_str(), src, ZIP_FL_ENC_UTF_8) < 0)
       throw std::runtime_error("makeZip: cannot add " + m.first);
   }
-  if (!comment.empty()) zip_set_archive_comment(za, comment.data(), static_cast<zip_uint16_t>(comment.size()));
+  if (!comment.empty())
+    zip_set_archive_comment(za, comment.data(), static_cast<zip_uint16_t>(comment.size()));
   if (zip_close(za) != 0) throw std::runtime_error("makeZip: cannot write " + path);
 }
 
@@ -78,7 +81,8 @@ void damageFirstMemberData(const std::string& path) {
   const std::size_t start = local + 30 + le16(data, local + 26) + le16(data, local + 28);
   const std::uint32_t stored = le32(data, local + 18);
   if (stored < 4) throw std::runtime_error("damageFirstMemberData: member too small");
-  for (std::size_t i = start + stored / 2; i < start + stored / 2 + 4; ++i) data[i] = static_cast<char>(~data[i]);
+  for (std::size_t i = start + stored / 2; i < start + stored / 2 + 4; ++i)
+    data[i] = static_cast<char>(~data[i]);
   writeFile(path, data);
 }
 
@@ -94,5 +98,26 @@ ScopedMemberLimit::ScopedMemberLimit(std::uint64_t bytes) : old_(HUTZip::getMaxM
 }
 
 ScopedMemberLimit::~ScopedMemberLimit() { HUTZip::setMaxMemberSize(old_); }
+
+struct ScopedFileSizeLimit::Saved {
+  struct sigaction action;
+  struct rlimit limit;
+};
+
+ScopedFileSizeLimit::ScopedFileSizeLimit(std::uint64_t bytes) : saved_(new Saved) {
+  struct sigaction ignore = {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGXFSZ, &ignore, &saved_->action);
+  getrlimit(RLIMIT_FSIZE, &saved_->limit);
+  struct rlimit small = saved_->limit;
+  small.rlim_cur = bytes;
+  setrlimit(RLIMIT_FSIZE, &small);
+}
+
+ScopedFileSizeLimit::~ScopedFileSizeLimit() {
+  setrlimit(RLIMIT_FSIZE, &saved_->limit);
+  sigaction(SIGXFSZ, &saved_->action, nullptr);
+  delete saved_;
+}
 
 }  // namespace zr_test

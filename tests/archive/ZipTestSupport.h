@@ -40,6 +40,21 @@ class ScopedMemberLimit {
   std::uint64_t old_;
 };
 
+// Limits the size of files this process writes, for the life of the object,
+// so that a test can make a write fail; the signal that would end the process
+// is ignored meanwhile.
+class ScopedFileSizeLimit {
+ public:
+  explicit ScopedFileSizeLimit(std::uint64_t bytes);
+  ~ScopedFileSizeLimit();
+  ScopedFileSizeLimit(const ScopedFileSizeLimit&) = delete;
+  ScopedFileSizeLimit& operator=(const ScopedFileSizeLimit&) = delete;
+
+ private:
+  struct Saved;
+  Saved* saved_;
+};
+
 }  // namespace zr_test
 
 #endif

@@ -11,9 +11,11 @@
 #include <cstring>
 #include <memory>
 
+#include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "ZrZipDigest.h"
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 
@@ -25,13 +27,6 @@ using zr_zip::OpenMode;
 namespace {
 
 std::uint64_t gMaxMemberSize = 2ull << 30;
-
-// The process's file-creation mask, read without changing it for good.
-mode_t currentUmask() {
-  const mode_t mask = ::umask(022);
-  ::umask(mask);
-  return mask;
-}
 
 // The permission bits the archive records for a member made on a Unix
 // system, or 0 when it records none.
@@ -55,43 +50,11 @@ bool isInside(const std::string& path, const std::string& root) {
 void writeMemberFile(Archive& archive, std::int64_t index, const std::string& target) {
   MemberReader reader(archive, index);
   if (!reader.isOpen()) return;
-  const std::string parent = HUTPathUtils::getParent(target);
-  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-extract-XXXXXX";
-  std::vector<char> temp(pattern.begin(), pattern.end());
-  temp.push_back('\0');
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0)
-    throw HEXUserException("cannot write '" + target + "': cannot create a temporary file: " +
-                           std::strerror(errno));
-  bool open = true;
-  try {
-    char buffer[65536];
-    for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) {
-      const char* p = buffer;
-      while (got > 0) {
-        const ssize_t put = ::write(fd, p, got);
-        if (put < 0) {
-          if (errno == EINTR) continue;
-          throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
-        }
-        p += put;
-        got -= static_cast<std::size_t>(put);
-      }
-    }
-    const mode_t recorded = recordedMode(archive, index);
-    ::fchmod(fd, (recorded ? recorded : 0666) & ~currentUmask());
-    open = false;
-    if (::close(fd) != 0) throw HEXUserException("cannot write '" + target + "': " + std::strerror(errno));
-  } catch (...) {
-    if (open) ::close(fd);
-    ::unlink(temp.data());
-    throw;
-  }
-  if (::rename(temp.data(), target.c_str()) != 0) {
-    const int error = errno;
-    ::unlink(temp.data());
-    throw HEXUserException("cannot write '" + target + "': " + std::strerror(error));
-  }
+  zr_zip::TempFile file(zr_zip::directoryOf(target), ".zr-extract-", target);
+  char buffer[65536];
+  for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) file.write(buffer, got);
+  const mode_t recorded = recordedMode(archive, index);
+  file.commitTo(target, zr_zip::newFileMode(recorded ? (recorded | 0600) : 0666));
 }
 
 // Unpacks one entry below the canonical directory `root`. The name has been
@@ -147,14 +110,15 @@ std::vector<std::string> HUTZip::getFiles(const std::string& zipFile) {
 
 void HUTZip::compress(const std::string& zipFile, const std::string& file, const std::string& baseDir,
                       unsigned options) {
-  if (!HUTFile::isFile(file)) throw HEXUserException("cannot add '" + file + "' to an archive: it is no file");
+  if (!HUTFile::isFile(file))
+    throw HEXUserException("cannot add '" + file + "' to an archive: it is no file");
   std::string member = HUTPathUtils::getFileName(file);
   if (options & ZO_RELATIVE) {
     const std::string base = HUTFile::getCanonicalName(baseDir);
     const std::string path = HUTFile::getCanonicalName(file);
     if (baseDir.empty() || !isInside(path, base) || path == base)
-      throw HEXUserException("cannot add '" + file + "' to archive '" + zipFile + "': it does not lie below '" +
-                             baseDir + "'");
+      throw HEXUserException("cannot add '" + file + "' to archive '" + zipFile +
+                             "': it does not lie below '" + baseDir + "'");
     member = path.substr(base.size() + (base.back() == '/' ? 0 : 1));
   }
   Archive archive(zipFile, (options & ZO_CREATE) ? OpenMode::kCreate : OpenMode::kUpdate);
@@ -162,8 +126,10 @@ void HUTZip::compress(const std::string& zipFile, const std::string& file, const
   archive.commit();
 }
 
-void HUTZip::compressDir(const std::string& zipFile, const std::string& dir, bool withDirName, unsigned options) {
-  if (!HUTFile::isDir(dir)) throw HEXUserException("cannot add '" + dir + "' to an archive: it is no directory");
+void HUTZip::compressDir(const std::string& zipFile, const std::string& dir, bool withDirName,
+                         unsigned options) {
+  if (!HUTFile::isDir(dir))
+    throw HEXUserException("cannot add '" + dir + "' to an archive: it is no directory");
   const fs::path root(HUTFile::getCanonicalName(dir));
   const std::string self = HUTFile::getCanonicalName(zipFile);
   const std::string prefix = withDirName ? root.filename().string() + "/" : std::string();
@@ -194,8 +160,8 @@ bool HUTZip::uncompress(const std::string& zipFile, const std::string& member, c
   return true;
 }
 
-bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZip, const std::string& destDir,
-                           bool overwrite) {
+bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZip,
+                           const std::string& destDir, bool overwrite) {
   Archive archive(zipFile, OpenMode::kRead);
   std::string prefix = dirInZip;
   while (!prefix.empty() && prefix.back() == '/') prefix.pop_back();
@@ -215,7 +181,8 @@ bool HUTZip::uncompressDir(const std::string& zipFile, const std::string& dirInZ
   return true;
 }
 
-bool HUTZip::extractMember(const std::string& zipFile, const std::string& member, const std::string& destFile) {
+bool HUTZip::extractMember(const std::string& zipFile, const std::string& member,
+                           const std::string& destFile) {
   if (!HUTFile::exists(zipFile) || destFile.empty()) return false;
   Archive archive(zipFile, OpenMode::kRead);
   const std::int64_t index = archive.locate(member);
@@ -228,6 +195,17 @@ bool HUTZip::extractMember(const std::string& zipFile, const std::string& member
     return false;
   }
   return true;
+}
+
+bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& innerArchive,
+                                 const std::string& pathInside, const std::string& destFile) {
+  if (!containsFile(zipFile, innerArchive)) return false;
+  const std::string tmpDir = HUTEnv::instance().getJUNTmpDir();
+  HUTFile::mkDirRecursive(tmpDir);
+  zr_zip::TempFile inner(tmpDir, "zr-nested-", zipFile);
+  inner.close();
+  return extractMember(zipFile, innerArchive, inner.path()) &&
+         extractMember(inner.path(), pathInside, destFile);
 }
 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {

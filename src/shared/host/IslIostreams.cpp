@@ -7,6 +7,7 @@
 #include <cstring>
 #include <vector>
 
+#include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
@@ -127,18 +128,11 @@ zip_ostream::zip_ostream(const std::string& archive, const std::string& member, 
     }
     // The member is spooled beside the archive: the same file system, and a
     // directory that cannot take the spool could not take the update either.
-    std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-member-XXXXXX";
-    std::vector<char> name(pattern.begin(), pattern.end());
-    name.push_back('\0');
-    const int fd = ::mkstemp(name.data());
-    if (fd < 0)
-      throw HEXUserException("cannot write archive '" + archive + "': cannot create a temporary file: " +
-                             std::strerror(errno));
-    ::close(fd);
-    spool_ = name.data();
+    zr_zip::TempFile spool(parent, ".zr-member-", archive);
+    spool_ = spool.release();
     if (!buffer_.open(spool_, std::ios_base::out | std::ios_base::binary | std::ios_base::trunc))
-      throw HEXUserException("cannot write archive '" + archive + "': cannot open the temporary file '" + spool_ +
-                             "'");
+      throw HEXUserException("cannot write archive '" + archive + "': cannot open the temporary file '" +
+                             spool_ + "'");
   } catch (const HEXAll& e) {
     if (!spool_.empty()) ::unlink(spool_.c_str());
     spool_.clear();
@@ -184,7 +178,9 @@ void zip_ostream::close() {
 
 namespace zip {
 
-bool is_file(const std::string& archive, const std::string& member) { return HUTZip::containsFile(archive, member); }
+bool is_file(const std::string& archive, const std::string& member) {
+  return HUTZip::containsFile(archive, member);
+}
 
 }  // namespace zip
 

@@ -13,6 +13,8 @@
 #include <sstream>
 #include <vector>
 
+#include "ZrTempFile.h"
+#include "ZrZipArchive.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
@@ -90,9 +92,7 @@ std::string unpack(const std::string& packed) {
         throw HEXDataException("packed data unpacks beyond the " + std::to_string(expected) +
                                " bytes its header gives");
     }
-  } catch (const bio::zlib_error& e) {
-    throw HEXDataException(std::string("packed data is damaged: ") + e.what());
-  } catch (const std::ios_base::failure& e) {
+  } catch (const std::ios_base::failure& e) {  // zlib_error is one of these
     throw HEXDataException(std::string("packed data is damaged: ") + e.what());
   }
   if (out.size() != expected)
@@ -103,34 +103,9 @@ std::string unpack(const std::string& packed) {
 
 void write_file(const std::string& path, const std::string& data) {
   const std::string packed = pack(data);
-  const std::string parent = HUTPathUtils::getParent(path);
-  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-xp-XXXXXX";
-  std::vector<char> temp(pattern.begin(), pattern.end());
-  temp.push_back('\0');
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0) throw HEXUserException("cannot write '" + path + "': " + std::strerror(errno));
-  std::size_t done = 0;
-  while (done < packed.size()) {
-    const ssize_t put = ::write(fd, packed.data() + done, packed.size() - done);
-    if (put < 0 && errno == EINTR) continue;
-    if (put <= 0) break;
-    done += static_cast<std::size_t>(put);
-  }
-  bool ok = done == packed.size();
-  std::string reason = ok ? "" : std::strerror(errno);
-  ::fchmod(fd, 0644);
-  if (::close(fd) != 0 && ok) {
-    ok = false;
-    reason = std::strerror(errno);
-  }
-  if (ok && ::rename(temp.data(), path.c_str()) != 0) {
-    ok = false;
-    reason = std::strerror(errno);
-  }
-  if (!ok) {
-    ::unlink(temp.data());
-    throw HEXUserException("cannot write '" + path + "': " + reason);
-  }
+  zr_zip::TempFile file(zr_zip::directoryOf(path), ".zr-xp-", path);
+  file.write(packed.data(), packed.size());
+  file.commitTo(path, zr_zip::newFileMode(0666));
 }
 
 std::string read_file(const std::string& path) {

@@ -1,6 +1,7 @@
 #include "ZrZipArchive.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <zip.h>
 
@@ -10,6 +11,7 @@
 #include <fstream>
 #include <unordered_set>
 
+#include "ZrTempFile.h"
 #include "ZrZipRawScan.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
@@ -38,31 +40,28 @@ void writeEmptyArchive(const std::string& path, const std::string& comment) {
   data.push_back(static_cast<char>(length >> 8));
   data.append(comment, 0, length);
 
-  std::string parent = HUTPathUtils::getParent(path);
-  std::string pattern = (parent.empty() ? std::string(".") : parent) + "/.zr-zip-XXXXXX";
-  std::vector<char> name(pattern.begin(), pattern.end());
-  name.push_back('\0');
-  const int fd = ::mkstemp(name.data());
-  if (fd < 0)
-    throw HEXUserException("cannot write archive '" + path + "': cannot create a temporary file: " +
-                           std::strerror(errno));
-  const bool written = ::write(fd, data.data(), data.size()) == static_cast<ssize_t>(data.size());
-  const bool closed = ::close(fd) == 0;
-  if (!written || !closed || ::rename(name.data(), path.c_str()) != 0) {
-    const std::string reason = std::strerror(errno);
-    ::unlink(name.data());
-    throw HEXUserException("cannot write archive '" + path + "': " + reason);
-  }
+  TempFile file(directoryOf(path), ".zr-zip-", path);
+  file.write(data.data(), data.size());
+  struct stat st;
+  file.commitTo(path, ::stat(path.c_str(), &st) == 0 ? (st.st_mode & 07777) : newFileMode(0666));
 }
 
 }  // namespace
+
+unsigned newFileMode(unsigned requested) {
+  const mode_t mask = ::umask(022);
+  ::umask(mask);
+  return requested & ~mask;
+}
 
 std::string unsafeNameReason(const std::string& name) {
   if (name.empty()) return "the name is empty";
   if (name.find('\0') != std::string::npos) return "the name holds a NUL byte";
   if (name.find('\\') != std::string::npos) return "the name holds a backslash";
   if (name.front() == '/') return "the name is an absolute path";
-  if (name.size() >= 2 && name[1] == ':') return "the name starts with a drive letter";
+  const bool letter = (name[0] >= 'a' && name[0] <= 'z') || (name[0] >= 'A' && name[0] <= 'Z');
+  if (letter && name.size() >= 2 && name[1] == ':' && (name.size() == 2 || name[2] == '/'))
+    return "the name starts with a drive letter";
   std::size_t start = 0;
   while (start <= name.size()) {
     std::size_t end = name.find('/', start);
@@ -79,10 +78,13 @@ void checkMemberName(const std::string& archive, const std::string& name) {
     throw HEXDataException("archive '" + archive + "': the member name '" + name + "' is refused: " + reason);
 }
 
-Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mode) {
+Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path), mode_(mode) {
   if (path.empty()) throw HEXUserException("no archive path was given");
   if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
   if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);
+  // A pipe or a device would block or never end: only plain files are archives.
+  if (HUTFile::exists(path) && !HUTFile::isFile(path))
+    throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
 
   int flags = 0;
   switch (mode) {
@@ -97,7 +99,11 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mo
       break;
   }
   int code = 0;
-  za_ = zip_open(path.c_str(), flags, &code);
+  // An update through a link updates the file it points to; renaming the
+  // new archive over the link itself would leave that file stale.
+  struct stat link;
+  if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) file_ = HUTFile::getCanonicalName(path);
+  za_ = zip_open(file_.c_str(), flags, &code);
   if (!za_) {
     const std::string reason = libzipErrorText(code);
     if (code == ZIP_ER_NOZIP || code == ZIP_ER_INCONS || code == ZIP_ER_EOF || code == ZIP_ER_MULTIDISK ||
@@ -118,7 +124,7 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), mode_(mo
     }
   }
   std::string nulName;
-  if (rawNamesHoldNul(path, nulName)) {
+  if (rawNamesHoldNul(file_, nulName)) {
     zip_discard(za_);
     za_ = nullptr;
     throw HEXDataException("archive '" + path + "' holds a member name with a NUL byte: '" + nulName + "'");
@@ -204,6 +210,7 @@ void Archive::putFile(const std::string& member, const std::string& sourceFile) 
     throw HEXUserException("archive '" + path_ + "': cannot read the file '" + sourceFile + "'");
   zip_source_t* source = zip_source_file(za_, sourceFile.c_str(), 0, 0);
   if (!source) fail("cannot add the file '" + sourceFile + "'");
+  // The file source records the file's permission bits with the member.
   if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
     zip_source_free(source);
     fail("cannot add member '" + member + "'");
@@ -211,7 +218,8 @@ void Archive::putFile(const std::string& member, const std::string& sourceFile) 
 }
 
 void Archive::remove(std::int64_t index) {
-  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0) fail("cannot delete member '" + name(index) + "'");
+  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0)
+    fail("cannot delete member '" + name(index) + "'");
 }
 
 std::string Archive::comment() const {
@@ -240,7 +248,7 @@ void Archive::commit() {
     const std::string text = comment();
     zip_discard(za_);
     za_ = nullptr;
-    writeEmptyArchive(path_, text);
+    writeEmptyArchive(file_, text);
     return;
   }
   if (zip_close(za_) != 0) {
@@ -310,7 +318,8 @@ std::size_t MemberReader::read(char* buffer, std::size_t n) {
   if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_)) {
     close();
     throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
-                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) + " bytes");
+                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) +
+                           " bytes");
   }
   return static_cast<std::size_t>(got);
 }
@@ -325,7 +334,8 @@ std::uint64_t MemberReader::seek(std::uint64_t offset) {
   char scratch[65536];
   while (position_ < offset) {
     const std::uint64_t want = offset - position_;
-    const std::size_t got = read(scratch, want < sizeof scratch ? static_cast<std::size_t>(want) : sizeof scratch);
+    const std::size_t got =
+        read(scratch, want < sizeof scratch ? static_cast<std::size_t>(want) : sizeof scratch);
     if (got == 0) break;
   }
   return position_;

@@ -23,6 +23,9 @@ enum class OpenMode {
   kCreate,  // any existing file is replaced by commit()
 };
 
+// The permission bits a new file gets: requested less the process's umask.
+unsigned newFileMode(unsigned requested);
+
 // The kinds of member name the archive layer refuses.
 // Empty when the name is a safe relative path: not empty, no NUL byte, no
 // backslash, not absolute, no ".." component. Else a phrase saying why.
@@ -75,6 +78,7 @@ class Archive {
   [[noreturn]] void fail(const std::string& what) const;
 
   std::string path_;
+  std::string file_;  // the file behind path_ when that is a symbolic link
   zip* za_ = nullptr;
   OpenMode mode_;
 };

@@ -23,7 +23,8 @@ class Sha256 {
       throw HEXError("cannot start a SHA-256 digest");
   }
   void update(const void* data, std::size_t size) {
-    if (size > 0 && EVP_DigestUpdate(ctx_.get(), data, size) != 1) throw HEXError("cannot update a SHA-256 digest");
+    if (size > 0 && EVP_DigestUpdate(ctx_.get(), data, size) != 1)
+      throw HEXError("cannot update a SHA-256 digest");
   }
   std::string finish() {
     unsigned char out[EVP_MAX_MD_SIZE];
