@@ -308,6 +308,20 @@ TEST(HTEQHardwarePlatform, RmFileListsNeedExistingFiles) {
   EXPECT_FALSE(p.isValidRmLfa("/no/such/file.lfa"));
 }
 
+// Files that hold no loadable platform have node id 0, so both name the
+// partition with node id 0; each partition takes one file only.
+TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
+  zr_test::TempDir dir;
+  const std::string a = dir.write("a.lfa", "not an archive");
+  const std::string b = dir.write("b.lfa", "not an archive");
+  TestPlatform p;
+  EXPECT_FALSE(p.validateRmLfaFiles({a}));  // no partition with node id 0 yet
+  p.addReconfigPartition()->setNodeID(0);
+  EXPECT_TRUE(p.isValidRmLfa(a));
+  EXPECT_TRUE(p.validateRmLfaFiles({a}));
+  EXPECT_FALSE(p.validateRmLfaFiles({a, b}));
+}
+
 TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {
   TestPlatform p;
   HTEQDesignIPInstance* ip = p.addDesignIPInstance();
