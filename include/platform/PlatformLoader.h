@@ -58,7 +58,6 @@ class ZR_PLATFORM_API PlatformLoader {
  private:
   void attachRPHardwarePlatform_(HTEQReconfigurablePartition* partition);
   void attachRPHardwareEmulationPlatform_(HTEQReconfigurablePartition* partition);
-  const HTEQPlatform& platform_() const;
 
   std::shared_ptr<HTEQPlatform> platform_ptr_;
   std::string file_;

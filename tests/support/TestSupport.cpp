@@ -62,3 +62,53 @@ ScopedEnvVar::~ScopedEnvVar() {
 }
 
 }  // namespace zr_test
+
+namespace zr_test {
+
+std::string zdfText(const std::string& hardwareContent, const std::string& hardwareAttrs,
+                    const std::string& description) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"lib\"\n"
+         "    teq:name=\"board_a\" teq:version=\" 1.10 \" teq:schemaVersion=\"1.0\">\n"
+         "  <teq:description>" +
+         description +
+         "</teq:description>\n"
+         "  <teq:hardwarePlatforms " +
+         hardwareAttrs + ">\n" + hardwareContent +
+         "  </teq:hardwarePlatforms>\n"
+         "  <teq:softwarePlatforms>\n"
+         "    <teq:softwarePlatform teq:path=\"sw\" teq:name=\"a.spfm\"/>\n"
+         "  </teq:softwarePlatforms>\n"
+         "</teq:platform>\n";
+}
+
+std::string zdfHw(const std::string& path, const std::string& name) {
+  return "    <teq:hardwarePlatform teq:path=\"" + path + "\" teq:name=\"" + name + "\"/>\n";
+}
+
+std::string zdfEmu(const std::string& path, const std::string& name) {
+  return "    <teq:hwEmuPlatform teq:path=\"" + path + "\" teq:name=\"" + name + "\"/>\n";
+}
+
+}  // namespace zr_test
+
+namespace zr_test {
+
+std::string spfmText(const std::string& name) {
+  return "<?xml version=\"1.0\"?>\n"
+         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"lib\" teq:name=\"" +
+         name +
+         "\" teq:version=\"1.0\">\n"
+         "  <teq:description>Software of the test platform</teq:description>\n"
+         "  <teq:systemConfigurations teq:defaultConfiguration=\"linux_cfg\">\n"
+         "    <teq:configuration teq:name=\"linux_cfg\" teq:displayName=\"Linux\">\n"
+         "      <teq:description>Linux on the application cores</teq:description>\n"
+         "      <teq:processorGroup teq:name=\"apu\" teq:displayName=\"APU\" teq:cpuType=\"cortex\">\n"
+         "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
+         "      </teq:processorGroup>\n"
+         "    </teq:configuration>\n"
+         "  </teq:systemConfigurations>\n"
+         "</teq:platform>\n";
+}
+
+}  // namespace zr_test

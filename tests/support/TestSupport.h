@@ -43,3 +43,21 @@ class ScopedEnvVar {
 }  // namespace zr_test
 
 #endif
+
+namespace zr_test {
+
+// A descriptor with the given teq:hardwarePlatforms content (and attributes of
+// that element, such as "teq:defaultRP=\"1\""), and a software file sw/a.spfm.
+std::string zdfText(const std::string& hardwareContent, const std::string& hardwareAttrs = "",
+                    const std::string& description = "A test platform");
+
+// teq:hardwarePlatform / teq:hwEmuPlatform elements.
+std::string zdfHw(const std::string& path, const std::string& name);
+std::string zdfEmu(const std::string& path, const std::string& name);
+
+}  // namespace zr_test
+
+namespace zr_test {
+// A small valid software platform with one configuration and one processor group.
+std::string spfmText(const std::string& name = "board_sw");
+}  // namespace zr_test

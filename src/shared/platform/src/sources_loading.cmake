@@ -8,3 +8,15 @@ list(APPEND ZR_PLATFORM_SOURCES
   ${ZR_PLATFORM_DIR}/HTEQDesignIntentStorage.cpp
   ${ZR_PLATFORM_DIR}/HTEQReconfigurablePartition.cpp
 )
+list(APPEND ZR_PLATFORM_SOURCES
+  ${ZR_PLATFORM_DIR}/TEQPlatformLMX.cpp
+  ${ZR_PLATFORM_DIR}/HTEQPlatform.cpp
+  ${ZR_PLATFORM_DIR}/HTEQPlatformXMLReader.cpp
+  ${ZR_PLATFORM_DIR}/PlatformLoader.cpp
+  ${ZR_PLATFORM_DIR}/HTEQPlatformCAPI.cpp
+)
+list(APPEND ZR_PLATFORM_SOURCES
+  ${ZR_PLATFORM_DIR}/HTEQEnv.cpp
+  ${ZR_PLATFORM_DIR}/HTEQPfmFileTypes.cpp
+  ${ZR_PLATFORM_DIR}/HTEQTmpDirObject.cpp
+)

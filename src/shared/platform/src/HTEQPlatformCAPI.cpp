@@ -1,0 +1,48 @@
+#include "platform/HTEQPlatformCAPI.h"
+
+#include <cstring>
+#include <sstream>
+#include <stdexcept>
+
+#include "platform/HTEQPlatform.h"
+#include "platform/JSONObjectWriter.h"
+#include "platform/PlatformLoader.h"
+
+namespace {
+
+std::shared_ptr<HTEQPlatform> loadPlatform(const char* file) {
+  if (file == nullptr) throw std::logic_error("basic_string: construction from null is not valid");
+  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+  return loader.load();
+}
+
+char* toCString(const teq_platform::JSONObjectWriter& writer) {
+  std::ostringstream out;
+  writer.write(out);
+  const std::string text = out.str();
+  char* result = new char[text.size() + 1];
+  std::memcpy(result, text.c_str(), text.size() + 1);
+  return result;
+}
+
+}  // namespace
+
+extern "C" char* hteq_get_platform_json(const char* file) {
+  const auto platform = loadPlatform(file);
+  if (!platform) return nullptr;
+  teq_platform::JSONObjectWriter writer;
+  writer.writeObject(platform.get());
+  return toCString(writer);
+}
+
+extern "C" char* hteq_get_short_platform_json(const char* file) {
+  const auto platform = loadPlatform(file);
+  if (!platform) return nullptr;
+  teq_platform::JSONObjectWriter writer;
+  writer.addKey("uniqueName", platform->getUniqueName());
+  writer.addKey("file", platform->getPlatformFile());
+  writer.addKey("description", platform->getDescription());
+  return toCString(writer);
+}
+
+extern "C" void hteq_free_json_string(char* text) { delete[] text; }

@@ -1,0 +1,79 @@
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "support/TestSupport.h"
+
+using namespace zr_test;
+
+namespace {
+
+using GetJson = char* (*)(const char*);
+using FreeJson = void (*)(char*);
+
+// The library as a host loads it: by path, symbols looked up by their C names.
+class CApi : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    lib_ = dlopen(ZR_TEST_LIB_PATH, RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(lib_, nullptr) << dlerror();
+    full_ = reinterpret_cast<GetJson>(dlsym(lib_, "hteq_get_platform_json"));
+    short_ = reinterpret_cast<GetJson>(dlsym(lib_, "hteq_get_short_platform_json"));
+    free_ = reinterpret_cast<FreeJson>(dlsym(lib_, "hteq_free_json_string"));
+    ASSERT_NE(full_, nullptr);
+    ASSERT_NE(short_, nullptr);
+    ASSERT_NE(free_, nullptr);
+  }
+  void TearDown() override {
+    if (lib_) dlclose(lib_);
+  }
+  void* lib_ = nullptr;
+  GetJson full_ = nullptr;
+  GetJson short_ = nullptr;
+  FreeJson free_ = nullptr;
+};
+
+}  // namespace
+
+TEST_F(CApi, OnlyTheThreeEntryPointsAndPublicClassesAreExported) {
+  // Internal helpers stay hidden.
+  EXPECT_EQ(dlsym(lib_, "_ZN6zr_xml9schemaForEPKcS1_m"), nullptr);
+}
+
+TEST_F(CApi, FreeAcceptsNull) { free_(nullptr); }
+
+TEST_F(CApi, PlatformThatCannotBeAttachedGivesNull) {
+  TempDir dir;
+  const std::string zdf = dir.write("p/b.zdf", zdfText(zdfHw("hw", "missing.lfa")));
+  EXPECT_EQ(full_(zdf.c_str()), nullptr);
+  EXPECT_EQ(short_(zdf.c_str()), nullptr);
+  EXPECT_EQ(full_(dir.file("missing.lfa").c_str()), nullptr);
+  EXPECT_EQ(full_(dir.write("bad.spfm", "<x/>").c_str()), nullptr);
+}
+
+TEST_F(CApi, MissingOrInvalidDescriptorAndNullPathRaise) {
+  TempDir dir;
+  EXPECT_THROW(full_(dir.file("nothing.zdf").c_str()), std::exception);
+  EXPECT_THROW(short_(dir.write("bad.zdf", "<teq:platform").c_str()), std::runtime_error);
+  EXPECT_THROW(full_(nullptr), std::logic_error);
+}
+
+TEST_F(CApi, SoftwareOnlyPlatformWritesItsSoftwareObject) {
+  TempDir dir;
+  const std::string file = dir.write("sw/a.spfm", spfmText());
+  char* text = full_(file.c_str());
+  ASSERT_NE(text, nullptr);
+  const std::string json(text);
+  free_(text);
+  EXPECT_EQ(json.find("\"swFile\""), std::string::npos);
+  EXPECT_EQ(json.find("\"file\""), std::string::npos);
+  EXPECT_NE(json.find("    \"hardware\": \"false\",\n"), std::string::npos);
+  EXPECT_NE(json.find("    \"softwarePlatform\": {\n"), std::string::npos);
+  char* brief = short_(file.c_str());
+  ASSERT_NE(brief, nullptr);
+  // Nothing of the descriptor is known, so the short document is empty.
+  EXPECT_STREQ(brief, "{\n}\n");
+  free_(brief);
+}

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+#include "host/HUTEnv.h"
+#include "host/HUTFile.h"
+#include "platform/HTEQEnv.h"
+#include "platform/HTEQPfmFileTypes.h"
+#include "platform/HTEQTmpDirObject.h"
+#include "support/TestSupport.h"
+
+using namespace zr_test;
+
+TEST(HTEQEnv, ProductIsTheNameStandingFurthestRight) {
+  EXPECT_EQ(HTEQEnv::computeProductName("/tools/Morwen/2026/selbrook", false), "selbrook");
+  EXPECT_EQ(HTEQEnv::computeProductName("/tools/selbrook/2026/MORWEN", false), "morwen");
+  EXPECT_EQ(HTEQEnv::computeProductName("/tools/delmar/teq", false), "teq");
+  EXPECT_EQ(HTEQEnv::computeProductName("/opt/other", false), "unknown");
+  EXPECT_EQ(HTEQEnv::computeProductName("", false), "unknown");
+}
+
+TEST(HTEQEnv, UnitTestModeIgnoresTeqAndDefaultsToSelbrook) {
+  EXPECT_EQ(HTEQEnv::computeProductName("/tools/delmar/teq", true), "delmar");
+  EXPECT_EQ(HTEQEnv::computeProductName("/tools/teq", true), "selbrook");
+  EXPECT_EQ(HTEQEnv::computeProductName("/opt/other", true), "selbrook");
+}
+
+TEST(HTEQEnv, ProductNameIsComputedOnceFromTheApplicationRoot) {
+  HUTEnv env;
+  env.setAppRoots({"/install/Delmar/2026"});
+  HUTEnv::setInstance(&env);
+  const std::string first = HTEQEnv::getProductName();
+  env.setAppRoots({"/install/morwen"});
+  EXPECT_EQ(HTEQEnv::getProductName(), first);
+  HUTEnv::setInstance(nullptr);
+  EXPECT_EQ(first, "delmar");
+}
+
+TEST(HTEQPfmFileTypes, NamesAndLookups) {
+  EXPECT_EQ(HTEQPfmFileTypes::getFileTypeMap().size(), 71u);
+  EXPECT_EQ(HTEQPfmFileTypes::getTclFileTypeMap().size(), 28u);
+  EXPECT_EQ(HTEQPfmFileTypes::toFileType("dcp"), HTEQPfmFileTypes::DCP);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("dcp")), 0);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("no such type")), 71);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("Emu_Xml")), 28);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("IMPL_CONSTRS")), 70);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("DCP")), 28);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("pre_sys_link_tcl")), 0);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("IMPL_CONSTRS")), 27);
+  EXPECT_EQ(HTEQPfmFileTypes::toString(static_cast<HTEQPfmFileTypes::FileType>(71)), "");
+  EXPECT_EQ(HTEQPfmFileTypes::toString(HTEQPfmFileTypes::HPFM), "HPFM");
+  EXPECT_EQ(HTEQPfmFileTypes::toString(HTEQPfmFileTypes::TCL_POST_ROUTE_TCL), "POST_ROUTE_TCL");
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::SEMANTIC_LABEL), 29);
+}
+
+class HTEQTmpDirObjectTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    env_.setTmpDir(root_.path());
+    HUTEnv::setInstance(&env_);
+  }
+  void TearDown() override { HUTEnv::setInstance(nullptr); }
+  TempDir root_;
+  HUTEnv env_;
+};
+
+TEST_F(HTEQTmpDirObjectTest, SameNameGivesTwoDirectoriesRemovedWithTheirObjects) {
+  std::string a, b;
+  {
+    HTEQTmpDirObject one("work");
+    HTEQTmpDirObject two("work");
+    a = one.get();
+    b = two.get();
+    EXPECT_NE(a, b);
+    EXPECT_TRUE(one.exists());
+    EXPECT_TRUE(two.exists());
+    EXPECT_EQ(a, root_.file("work"));
+  }
+  EXPECT_FALSE(HUTFile::exists(a));
+  EXPECT_FALSE(HUTFile::exists(b));
+}
+
+TEST_F(HTEQTmpDirObjectTest, CreateRemovesThePreviousDirectory) {
+  HTEQTmpDirObject obj("first");
+  const std::string first = obj.get();
+  writeFile(first + "/inner/file", "x");
+  obj.create("second");
+  EXPECT_FALSE(HUTFile::exists(first));
+  EXPECT_TRUE(obj.exists());
+  obj.deleteTmpDir();
+  EXPECT_TRUE(obj.empty());
+  EXPECT_FALSE(obj.exists());
+}
+
+TEST_F(HTEQTmpDirObjectTest, EmptyObjectDoesNothingAndFailedCreationStaysEmpty) {
+  ComMsgCapture cap;
+  {
+    HTEQTmpDirObject none;
+    EXPECT_TRUE(none.empty());
+    EXPECT_FALSE(none.exists());
+  }
+  EXPECT_TRUE(cap.messages().empty());
+  writeFile(root_.file("blocker"), "file, not a directory");
+  HTEQTmpDirObject obj;
+  EXPECT_THROW(obj.create("blocker/sub"), HEXUserException);
+  EXPECT_TRUE(obj.empty());
+}

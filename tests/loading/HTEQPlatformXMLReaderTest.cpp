@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+#include "platform/HTEQPlatform.h"
+#include "platform/HTEQPlatformXMLReader.h"
+#include "platform/HTEQReconfigurablePartition.h"
+#include "support/TestSupport.h"
+
+using namespace zr_test;
+
+namespace {
+
+struct Parsed {
+  HTEQPlatform platform;
+  bool ok = false;
+  std::string error;
+};
+
+void parse(const TempDir& dir, const std::string& text, Parsed& out) {
+  const std::string file = dir.write("pfm/board_a.zdf", text);
+  HTEQPlatformXMLReader reader(file, &out.platform);
+  out.ok = reader.parseFile();
+  out.error = reader.getErrorMsg();
+}
+
+// The text with the part from `from` up to (not including) `to` removed.
+std::string without(std::string text, const std::string& from, const std::string& to) {
+  const auto a = text.find(from);
+  return text.erase(a, text.find(to) - a);
+}
+
+}  // namespace
+
+TEST(HTEQPlatformXMLReader, ChoiceZeroNamesHardwareAndEmulationFilesCanonically) {
+  TempDir dir;
+  Parsed p;
+  parse(dir, zdfText(zdfHw("hw/../hw", "a.lfa") + zdfEmu("./emu", "a_emu.lfa")), p);
+  ASSERT_TRUE(p.ok) << p.error;
+  EXPECT_EQ(p.platform.getVendor(), "acme");
+  EXPECT_EQ(p.platform.getLibrary(), "lib");
+  EXPECT_EQ(p.platform.getName(), "board_a");
+  EXPECT_EQ(p.platform.getVersion(), "1.10");
+  EXPECT_EQ(p.platform.getDescription(), "A test platform");
+  EXPECT_EQ(p.platform.getPlatformFile(), dir.file("pfm/board_a.zdf"));
+  EXPECT_EQ(p.platform.getHardwarePlatformFile(), dir.file("pfm/hw/a.lfa"));
+  EXPECT_EQ(p.platform.getHardwareEmuPlatformFile(), dir.file("pfm/emu/a_emu.lfa"));
+  // The software file keeps its relative parts.
+  EXPECT_EQ(p.platform.getSoftwarePlatformFile(), dir.file("pfm") + "/sw/a.spfm");
+  EXPECT_TRUE(p.platform.hasDistinctHardwareEmulationPlatform());
+  EXPECT_FALSE(p.platform.hasReconfigurablePartitions());
+  EXPECT_TRUE(p.error.empty());
+}
+
+TEST(HTEQPlatformXMLReader, ChoiceOneUsesTheEmulationFileForBoth) {
+  TempDir dir;
+  Parsed p;
+  parse(dir, zdfText(zdfEmu("emu", "only.lfa")), p);
+  ASSERT_TRUE(p.ok) << p.error;
+  EXPECT_EQ(p.platform.getHardwarePlatformFile(), dir.file("pfm/emu/only.lfa"));
+  EXPECT_EQ(p.platform.getHardwareEmuPlatformFile(), p.platform.getHardwarePlatformFile());
+  EXPECT_TRUE(p.platform.hasDistinctHardwareEmulationPlatform());
+}
+
+TEST(HTEQPlatformXMLReader, PartitionsKeepFileOrderAndTheirOwnChoices) {
+  TempDir dir;
+  Parsed p;
+  const std::string rps =
+      "<teq:reconfigurablePartition teq:id=\"3\">" + zdfHw("hw", "p3.lfa") + zdfEmu("hw", "p3e.lfa") +
+      "</teq:reconfigurablePartition>\n"
+      "<teq:reconfigurablePartition teq:id=\"5\">" + zdfEmu("hw", "p5e.lfa") +
+      "</teq:reconfigurablePartition>\n"
+      "<teq:reconfigurablePartition teq:id=\"3\">" + zdfHw("hw", "p3b.lfa") +
+      "</teq:reconfigurablePartition>\n";
+  parse(dir, zdfText(rps, "teq:defaultRP=\"5\""), p);
+  ASSERT_TRUE(p.ok) << p.error;
+  const auto& parts = p.platform.getReconfigurablePartitions();
+  ASSERT_EQ(parts.size(), 3u);
+  EXPECT_EQ(parts[0]->getHardwareEmulationPlatformFile(), dir.file("pfm/hw/p3e.lfa"));
+  // An emulation-only partition has no hardware file, unlike the top level.
+  EXPECT_EQ(parts[1]->getHardwarePlatformFile(), "");
+  EXPECT_EQ(parts[1]->getHardwareEmulationPlatformFile(), dir.file("pfm/hw/p5e.lfa"));
+  EXPECT_EQ(p.platform.getDefaultRPId(), 5u);
+  // Among equal ids the last wins.
+  EXPECT_EQ(p.platform.getReconfigurablePartition(3), parts[2]);
+  EXPECT_EQ(p.platform.getReconfigurablePartition(4), nullptr);
+  EXPECT_EQ(p.platform.getHardwarePlatformFile(), "");
+}
+
+TEST(HTEQPlatformXMLReader, DefaultPartitionIdStaysZeroWithoutTheAttribute) {
+  TempDir dir;
+  Parsed p;
+  parse(dir,
+        zdfText("<teq:reconfigurablePartition teq:id=\"7\">" + zdfHw("hw", "p.lfa") +
+                "</teq:reconfigurablePartition>\n"),
+        p);
+  ASSERT_TRUE(p.ok) << p.error;
+  EXPECT_EQ(p.platform.getDefaultRPId(), 0u);
+  EXPECT_EQ(p.platform.getDefaultRPHardwarePlatform(), nullptr);
+}
+
+TEST(HTEQPlatformXMLReader, MissingOrEmptyPathThrowsFromTheConstructor) {
+  HTEQPlatform platform;
+  EXPECT_THROW(HTEQPlatformXMLReader("", &platform), HEXFileNotFoundException);
+  try {
+    HTEQPlatformXMLReader("/no/such/file.zdf", &platform);
+    FAIL();
+  } catch (const HEXFileNotFoundException& e) {
+    EXPECT_EQ(e.getFileName(), "/no/such/file.zdf");
+  }
+}
+
+// Each malformed descriptor fails with message "@74-9@%s" naming the file and
+// the line, and the error text of two lines.
+TEST(HTEQPlatformXMLReader, EveryKindOfInvalidDescriptorFailsWithItsLine) {
+  const std::string hw = zdfHw("hw", "a.lfa");
+  const std::string good = zdfText(hw);
+  struct Case {
+    const char* what;
+    std::string text;
+    int line;
+  };
+  const std::vector<Case> cases = {
+      {"not well-formed", good.substr(0, good.size() - 5), 0},
+      {"wrong root", "<teq:descriptor xmlns:teq=\"urn:teq:platform\"/>", 1},
+      {"missing attribute", zdfText(hw).replace(good.find("teq:vendor=\"acme\""), 17, ""), 3},
+      {"missing child", zdfText(""), 5},
+      {"missing element", without(good, "  <teq:softwarePlatforms>", "</teq:platform>"), 0},
+      {"order", zdfText(zdfEmu("e", "e.lfa") + hw), 7},
+      {"wrong type", zdfText(hw).replace(good.find(" 1.10 "), 6, "one"), 3},
+      {"unknown element", zdfText(hw + "<teq:extra/>\n"), 7},
+      {"unknown attribute", zdfText(hw, "teq:colour=\"red\""), 5},
+      {"wrong namespace", zdfText(hw).replace(good.find("urn:teq:platform"), 16, "urn:other"), 3},
+      {"binary", std::string("\x00\x01\x02\xff\xfe", 5), 0},
+      {"empty", "", 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    TempDir dir;
+    ComMsgCapture cap;
+    Parsed p;
+    parse(dir, c.text, p);
+    EXPECT_FALSE(p.ok);
+    const ComMsg* m = cap.find("@74-9@%s");
+    ASSERT_NE(m, nullptr);
+    EXPECT_EQ(m->mask, ComMsgMask::kError);
+    ASSERT_EQ(m->args.size(), 2u);
+    EXPECT_EQ(m->args[0], dir.file("pfm/board_a.zdf"));
+    if (c.line > 0) {
+      EXPECT_EQ(m->args[1], std::to_string(c.line));
+    }
+    EXPECT_EQ(p.error.rfind("Error parsing platform file: " + dir.file("pfm/board_a.zdf") + "\nLine number:" +
+                                m->args[1] + ". ",
+                            0),
+              0u);
+    EXPECT_EQ(p.error.back(), '\n');
+    EXPECT_EQ(p.platform.getPlatformFile(), "");
+  }
+}
+
+TEST(HTEQPlatformXMLReader, EntitiesAreNeverExpanded) {
+  TempDir dir;
+  ComMsgCapture cap;
+  Parsed p;
+  std::string text = zdfText(zdfHw("hw", "a.lfa"), "", "&big;");
+  text.insert(text.find("<teq:platform"),
+              "<!DOCTYPE teq:platform [<!ENTITY small \"xxxxxxxxxxxxxxxx\">"
+              "<!ENTITY big \"&small;&small;&small;&small;&small;&small;&small;&small;\">]>\n");
+  parse(dir, text, p);
+  EXPECT_FALSE(p.ok);
+  EXPECT_TRUE(cap.has("@74-9@%s"));
+  EXPECT_EQ(p.platform.getDescription(), "");
+}
+
+TEST(HTEQPlatformXMLReader, HugeAttributeAndDeepNestingFailCleanly) {
+  TempDir dir;
+  ComMsgCapture cap;
+  Parsed huge;
+  std::string text = zdfText(zdfHw("hw", "a.lfa"));
+  text.replace(text.find("board_a"), 7, std::string(50 * 1024 * 1024, 'n'));
+  parse(dir, text, huge);
+  // Either refused by the parser's limits or read whole; never a crash.
+  if (huge.ok) {
+    EXPECT_EQ(huge.platform.getName().size(), 50u * 1024 * 1024);
+  }
+  Parsed deep;
+  std::string nested;
+  for (int i = 0; i < 50000; ++i) nested += "<teq:x>";
+  parse(dir, zdfText(nested), deep);
+  EXPECT_FALSE(deep.ok);
+}
