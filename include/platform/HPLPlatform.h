@@ -36,7 +36,9 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   std::string getConnectorDisplayName(const std::string&) const override { return std::string(); }
   void getValidSLRNames(StringVector&) const override {}
   std::string getFile(const std::string&) const override { return std::string(); }
+  std::string getFile(HTEQPfmFileTypes::FileType) const override { return std::string(); }
   bool hasFile(const std::string&) const override { return false; }
+  bool hasFile(HTEQPfmFileTypes::FileType) const override { return false; }
   std::string getExtMetaJsonAsString() const override { return std::string(); }
   void getExtMetaJsonAsPtree(boost::property_tree::ptree&) const override {}
   void setComputedDesignIntent(HTEQDesignIntentStorage::Key key, bool value) override {

@@ -387,3 +387,13 @@ TEST(HTEQHardwarePlatform, HwDefIsFoundAsWellAsSysDef) {
   EXPECT_EQ(p.getHwDbName(), "hw");
   HHSMHwManager::setHsmHwManager(nullptr);
 }
+
+TEST(HTEQHardwarePlatform, SimContentIsASimulationBinaryFile) {
+  TestPlatform p;
+  EXPECT_FALSE(p.hasSimContent());
+  p.files["SIM_BINARY"] = "";
+  EXPECT_FALSE(p.hasSimContent());
+  p.files["SIM_BINARY"] = "sim/model.so";
+  EXPECT_TRUE(p.hasSimContent());
+  EXPECT_TRUE(p.hasFile(HTEQPfmFileTypes::SIM_BINARY));
+}
