@@ -1,7 +1,7 @@
 // Queries of the hardware platform that look into its devices and feature
 // ROMs. They are compiled once the device and feature ROM records are part of
-// the build.
-#if __has_include("platform/HPLDevice.h") && __has_include("platform/HTEQHardwareFeatureRom.h")
+// the build (the build defines ZR_HW_HAS_...).
+#if ZR_HW_HAS_DEVICES && ZR_HW_HAS_FEATURE_ROMS
 
 #include <gtest/gtest.h>
 

@@ -28,25 +28,26 @@
 
 // Devices, cores and feature ROMs are records of the archive-backed model. The
 // operations that look into them are compiled once their classes are part of
-// the build; until then a platform has no device and no feature ROM.
-#if __has_include("platform/HPLDevice.h")
-#include "platform/HPLDevice.h"
-#define ZR_HW_HAS_DEVICES 1
-#else
+// the build (the build defines ZR_HW_HAS_...); until then a platform has no
+// device and no feature ROM, and a module file no node id.
+#ifndef ZR_HW_HAS_DEVICES
 #define ZR_HW_HAS_DEVICES 0
 #endif
-#if __has_include("platform/HTEQHardwareFeatureRom.h")
-#include "platform/HTEQHardwareFeatureRom.h"
-#define ZR_HW_HAS_FEATURE_ROMS 1
-#else
+#ifndef ZR_HW_HAS_FEATURE_ROMS
 #define ZR_HW_HAS_FEATURE_ROMS 0
 #endif
-#if __has_include("platform/HTEQPlatform.h")
+#ifndef ZR_HW_HAS_LOADER
+#define ZR_HW_HAS_LOADER 0
+#endif
+#if ZR_HW_HAS_DEVICES
+#include "platform/HPLDevice.h"
+#endif
+#if ZR_HW_HAS_FEATURE_ROMS
+#include "platform/HTEQHardwareFeatureRom.h"
+#endif
+#if ZR_HW_HAS_LOADER
 #include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
-#define ZR_HW_HAS_LOADER 1
-#else
-#define ZR_HW_HAS_LOADER 0
 #endif
 
 namespace {
