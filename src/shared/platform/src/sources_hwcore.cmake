@@ -1,5 +1,8 @@
 list(APPEND ZR_PLATFORM_SOURCES
   ${ZR_PLATFORM_DIR}/HPLMemory.cpp
+  ${ZR_PLATFORM_DIR}/HTEQHardwarePlatformMemory.cpp
+  ${ZR_PLATFORM_DIR}/HTEQHardwarePlatformTil.cpp
+  ${ZR_PLATFORM_DIR}/PlatformArchiveAccess.cpp
   ${ZR_PLATFORM_DIR}/HTEQDesignIPInstance.cpp
   ${ZR_PLATFORM_DIR}/HTEQHardwareAddressSegment.cpp
   ${ZR_PLATFORM_DIR}/HTEQHardwareBusInterface.cpp
