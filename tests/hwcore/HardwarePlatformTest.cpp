@@ -278,7 +278,7 @@ TEST(HTEQHardwarePlatform, ChildEmulationPlatformIsFoundInTheArchive) {
   EXPECT_FALSE(p.containsChildHardwareEmuPlatform());
 }
 
-TEST(HTEQHardwarePlatform, ReconfigPartitionsAndDesignIds) {
+TEST(HTEQHardwarePlatform, FindReconfigPartitionTakesTheFirstNodeId) {
   TestPlatform p;
   p.addReconfigPartition()->setNodeID(4);
   HTEQReconfigPartition* second = p.addReconfigPartition();
@@ -286,18 +286,6 @@ TEST(HTEQHardwarePlatform, ReconfigPartitionsAndDesignIds) {
   p.addReconfigPartition()->setNodeID(5);
   EXPECT_EQ(p.findReconfigPartition(5), second);
   EXPECT_EQ(p.findReconfigPartition(6), nullptr);
-  p.setParentID(1);
-  p.setFunctionID(2);
-  p.setTILNodeID(3);
-  p.setTILUniqueID(4);
-  p.setTILPuID(5);
-  p.setTILPlInterfaceID(6);
-  EXPECT_EQ(p.getDesignIDs().getParentID(), 1u);
-  EXPECT_EQ(p.getFunctionID(), 2u);
-  EXPECT_EQ(p.getTILNodeID(), 3u);
-  EXPECT_EQ(p.getTILUniqueID(), 4u);
-  EXPECT_EQ(p.getTILPuID(), 5u);
-  EXPECT_EQ(p.getTILPlInterfaceID(), 6u);
 }
 
 TEST(HTEQHardwarePlatform, RmFileListsNeedExistingFiles) {
