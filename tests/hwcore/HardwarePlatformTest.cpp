@@ -309,6 +309,10 @@ TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
   EXPECT_TRUE(p.isValidRmLfa(a));
   EXPECT_TRUE(p.validateRmLfaFiles({a}));
   EXPECT_FALSE(p.validateRmLfaFiles({a, b}));
+  // Nor does a file the loader cannot even open as a descriptor.
+  const std::string notADescriptor = dir.write("c.zdf", "<not-a-descriptor");
+  EXPECT_EQ(p.getNodeIDFromLfa(notADescriptor), 0u);
+  EXPECT_EQ(p.getNodeIDFromLfa(dir.file("missing.zdf")), 0u);
 }
 
 TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "PlatformArchiveAccess.h"
+#include "host/HEXAll.h"
 #include "host/HHSMHwManager.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTFile.h"
@@ -470,11 +471,18 @@ void HTEQHardwarePlatform::setTILPuID(uint32_t v) { designIds_->setTILPuID(v); }
 
 uint32_t HTEQHardwarePlatform::getNodeIDFromLfa(const std::string& file) const {
 #if ZR_HW_HAS_LOADER
-  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
-  std::shared_ptr<HTEQPlatform> platform = loader.load();
-  if (platform == nullptr) return 0;
-  const HTEQHardwarePlatform* hw = platform->getHardwarePlatform();
-  return hw != nullptr ? hw->getNodeID() : 0;
+  // A file that does not load as a platform has no node id.
+  try {
+    teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+    std::shared_ptr<HTEQPlatform> platform = loader.load();
+    if (platform == nullptr) return 0;
+    const HTEQHardwarePlatform* hw = platform->getHardwarePlatform();
+    return hw != nullptr ? hw->getNodeID() : 0;
+  } catch (const teq_platform::PlatformParseException&) {
+    return 0;
+  } catch (const HEXAll&) {
+    return 0;
+  }
 #else
   (void)file;
   return 0;
