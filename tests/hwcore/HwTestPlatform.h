@@ -51,7 +51,11 @@ class TestPlatform : public HTEQHardwarePlatform {
     const auto it = files.find(name);
     return it == files.end() ? std::string() : it->second;
   }
+  std::string getFile(HTEQPfmFileTypes::FileType type) const override {
+    return getFile(HTEQPfmFileTypes::toString(type));
+  }
   bool hasFile(const std::string& name) const override { return !getFile(name).empty(); }
+  bool hasFile(HTEQPfmFileTypes::FileType type) const override { return !getFile(type).empty(); }
   std::string getExtMetaJsonAsString() const override { return std::string(); }
   void getExtMetaJsonAsPtree(boost::property_tree::ptree&) const override {}
   void setComputedDesignIntent(HTEQDesignIntentStorage::Key key, bool value) override {

@@ -44,7 +44,8 @@ class ScopedTmpDir {
 };
 
 // A platform archive holding a tile-array project archive with these members.
-std::string writePlatformWithProject(const zr_test::TempDir& dir, const std::map<std::string, std::string>& inner) {
+std::string writePlatformWithProject(const zr_test::TempDir& dir,
+                                     const std::map<std::string, std::string>& inner) {
   const std::string project = dir.file("project.tilprj");
   writeZip(project, inner);
   const std::string platform = dir.file("shell.lfa");
@@ -152,7 +153,8 @@ TEST(TilMetaData, MetaDataMapAndInterfaceId) {
   HTEQHardwarePlatform::parseMetaData(dir.write("none.json", "{\"Other\": []}"), out);
   EXPECT_EQ(out.size(), 1u);
   HTEQHardwarePlatform::parseMetaData(
-      dir.write("m.json", R"({"MetaData": [{"name": "A", "value": "1"}, {"name": "B", "value": "2"}]})"), out);
+      dir.write("m.json", R"({"MetaData": [{"name": "A", "value": "1"}, {"name": "B", "value": "2"}]})"),
+      out);
   EXPECT_EQ(out, (std::map<std::string, std::string>{{"keep", "1"}, {"A", "1"}, {"B", "2"}}));
 
   zr_test::TempDir tmp;
@@ -165,4 +167,17 @@ TEST(TilMetaData, MetaDataMapAndInterfaceId) {
   p.files["TILPRJ"] = "sub/shell.tilprj";
   EXPECT_EQ(p.getTILPlInterfaceIDAsString(), "0x1234");
   EXPECT_FALSE(HUTFile::exists(tmp.file("tilprj_meta_data.json")));
+}
+
+TEST(TilPartitions, BadPartitionsFileRaisesOnceAndLeavesNoTemporary) {
+  zr_test::TempDir dir;
+  zr_test::TempDir tmp;
+  ScopedTmpDir scoped(tmp.path());
+  TestPlatform p;
+  p.setExpandable(false);
+  p.setPlatformFile(writePlatformWithProject(dir, {{"tilarchive/arch/til_partition.json", "{\"TIL\": ["}}));
+  p.files["TILPRJ"] = "sub/shell.tilprj";
+  EXPECT_THROW(p.hasTilPartitions(), HEXAlgException);
+  EXPECT_FALSE(HUTFile::exists(tmp.file("til_partitions.json")));
+  EXPECT_FALSE(p.hasTilPartitions());  // read once only
 }
