@@ -127,13 +127,30 @@ TEST(HTEQEmulationReaders, ParseFromCfaRaisesOnBadContent) {
                boost::property_tree::ptree_bad_path);
 }
 
-TEST(HTEQEmulationReaders, ParseFromCfaStopsAtTheMemberSizeLimit) {
+TEST(HTEQEmulationReaders, ParseFromCfaRefusesOversizedAndDamagedMembers) {
   zr_test::TempDir dir;
+  std::string emulations;
+  for (int i = 0; i < 200; ++i) emulations += emu_test::xmlEmulation("e" + std::to_string(i), {{"T", "n"}});
+  const std::string text = emu_test::xmlDocument(emulations);
   const std::string zip = dir.file("big.cfa");
-  const std::string big = emu_test::xmlDocument(std::string(4096, ' '));
-  HUTZip::writeMember(zip, "hw_emu/hw_emu.xml", big);
-  ScopedMemberLimit limit(1024);
+  HUTZip::writeMember(zip, "hw_emu/hw_emu.xml", text);
   HTEQEmulations model;
-  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXAll);
+  {
+    // A member beyond the archive layer's limit does not open.
+    ScopedMemberLimit limit(1024);
+    EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXError);
+  }
+  // Damage the compressed data behind the first local header: reading stops
+  // with the archive layer's error instead of handing on what inflated so far.
+  std::string bytes = zr_test::readFile(zip);
+  const std::size_t nameLength = static_cast<unsigned char>(bytes[26]) | static_cast<unsigned char>(bytes[27])
+                                                                             << 8;
+  const std::size_t extraLength =
+      static_cast<unsigned char>(bytes[28]) | static_cast<unsigned char>(bytes[29]) << 8;
+  const std::size_t data = 30 + nameLength + extraLength;
+  ASSERT_LT(data + 64, bytes.size());
+  for (std::size_t i = data + 32; i < data + 64; ++i) bytes[i] = static_cast<char>(bytes[i] ^ 0x5A);
+  zr_test::writeFile(zip, bytes);
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXDataException);
   EXPECT_TRUE(model.getEmulations().empty());
 }
