@@ -21,7 +21,8 @@ class HTEQEmulations;
 // it: of several elements, the last value of each key stands. A file without
 // "featureRoms" gives that one empty feature ROM.
 //
-// Failures pass to the caller as exceptions: text that is not JSON raises
+// Failures pass to the caller as exceptions: a file that is not a readable
+// regular file raises HEXUserException, text that is not JSON raises
 // HEXDataException, a missing "featureBitMap" the property tree's
 // ptree_bad_path.
 class ZR_PLATFORM_API HTEQEmulationExtMetaJsonReader {

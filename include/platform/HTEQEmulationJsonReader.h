@@ -18,7 +18,8 @@ class HTEQEmulations;
 //           { "type": "...", "name": "...",      both required
 //             "inst_path": "..." } ] } ] }       optional
 //
-// Failures pass to the caller as exceptions: text that is not JSON (or is
+// Failures pass to the caller as exceptions: a file that is not a readable
+// regular file raises HEXUserException, text that is not JSON (or is
 // nested too deeply) raises HEXDataException, a missing required key the
 // property tree's ptree_bad_path. The model then holds what was read before
 // the failure; the caller discards it.

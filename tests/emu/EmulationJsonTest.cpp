@@ -100,6 +100,9 @@ TEST(HTEQEmulationJsonReader, RefusesBadInputWithoutCrashing) {
   const std::string deep = "{\"emulations\": " + std::string(100000, '[') + std::string(100000, ']') + "}";
   EXPECT_THROW(parseEmuJson(deep, model), HEXDataException);
   EXPECT_THROW(parseEmuJson("not json", model), HEXDataException);
+  // A directory in place of the file is refused as an unreadable file.
+  EXPECT_THROW(HTEQEmulationJsonReader(dir.path(), &model).parseJson(), HEXUserException);
+  EXPECT_THROW(HTEQEmulationExtMetaJsonReader(dir.path(), &model).isJsonValid(), HEXUserException);
   // A reader without a file has nothing to parse but a ready tree.
   HTEQEmulationJsonReader treeReader(&model);
   EXPECT_THROW(treeReader.parseJson(), HEXAlgException);

@@ -52,6 +52,9 @@ TEST(HTEQEmulationXMLReader, RefusesAMissingFileOrModel) {
   HTEQEmulations model;
   EXPECT_THROW(HTEQEmulationXMLReader(dir.file("absent.xml"), &model), HEXFileNotFoundException);
   EXPECT_THROW(HTEQEmulationXMLReader(dir.write("hw_emu.xml", standardXml()), nullptr), HEXAlgException);
+  ComMsgCapture cap;
+  EXPECT_THROW(HTEQEmulationXMLReader(dir.path(), &model).parseXml(), HXMLException);
+  EXPECT_TRUE(cap.has("@74-58@%s%d"));
 }
 
 TEST(HTEQEmulationXMLReader, DocumentsOutsideTheFormatSendAMessageAndRaise) {

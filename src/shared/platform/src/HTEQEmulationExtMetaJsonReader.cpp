@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "host/HEXAll.h"
+#include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQEmuFeatureRom.h"
 #include "platform/HTEQEmulations.h"
@@ -39,9 +40,15 @@ HTEQEmulationExtMetaJsonReader::HTEQEmulationExtMetaJsonReader(HTEQEmulations* e
 void HTEQEmulationExtMetaJsonReader::readFile_(ptree& root) const {
   if (file_.empty())
     throw HEXAlgException("the extended metadata JSON reader was made without a file to read");
+  if (!HUTFile::isFile(file_))
+    throw HEXUserException("the extended metadata JSON file '" + file_ + "' is not a regular file");
   std::ifstream in(file_, std::ios::in | std::ios::binary);
   if (!in) throw HEXUserException("cannot open the extended metadata JSON file '" + file_ + "' for reading");
-  HTEQJSONUtils::readJSON(in, root, file_);
+  try {
+    HTEQJSONUtils::readJSON(in, root, file_);
+  } catch (const std::ios_base::failure& e) {
+    throw HEXUserException("cannot read the extended metadata JSON file '" + file_ + "': " + e.what());
+  }
 }
 
 bool HTEQEmulationExtMetaJsonReader::isJsonValid() const {

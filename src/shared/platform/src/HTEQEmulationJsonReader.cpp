@@ -5,6 +5,7 @@
 
 #include "HTEQEmulationCfaMember.h"
 #include "host/HEXAll.h"
+#include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQEmulation.h"
 #include "platform/HTEQEmulationFile.h"
@@ -33,9 +34,15 @@ HTEQEmulationJsonReader::HTEQEmulationJsonReader(HTEQEmulations* emulations)
 
 void HTEQEmulationJsonReader::readFile_(ptree& root) const {
   if (file_.empty()) throw HEXAlgException("the emulation JSON reader was made without a file to read");
+  if (!HUTFile::isFile(file_))
+    throw HEXUserException("the emulation JSON file '" + file_ + "' is not a regular file");
   std::ifstream in(file_, std::ios::in | std::ios::binary);
   if (!in) throw HEXUserException("cannot open the emulation JSON file '" + file_ + "' for reading");
-  HTEQJSONUtils::readJSON(in, root, file_);
+  try {
+    HTEQJSONUtils::readJSON(in, root, file_);
+  } catch (const std::ios_base::failure& e) {
+    throw HEXUserException("cannot read the emulation JSON file '" + file_ + "': " + e.what());
+  }
 }
 
 bool HTEQEmulationJsonReader::isJsonValid() const {
