@@ -209,3 +209,25 @@ TEST_F(CfaJsonReader, WrittenDocumentReadsBackEqual) {
   again.setPlatformFile(platform_.getPlatformFile());
   EXPECT_TRUE(platform_.isEquals(again));
 }
+
+TEST_F(CfaJsonReader, EmulationFilesOfThePlatformSetItsEmulationFlags) {
+  const std::string emuJson =
+      R"({"pfm_metadata_version": "2.1", "emulations": [ {"name": "hw_emu", "files": [)"
+      R"( {"type": "EMU_HPFM", "name": "emu/emu.hpfm"}, {"type": "TOP_BD", "name": "emu/top.bd"} ]} ]})";
+  const std::string withEmu = archive(
+      {{"lfa.json", member(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
+       {"hw_emu/hw_emu.json", emuJson}});
+  ASSERT_TRUE(reader_.parseCFA(withEmu, PlatformLoader::Default));
+  EXPECT_TRUE(platform_.supportsHWEmulation());
+  EXPECT_TRUE(platform_.supportsTwoHwEmuBd());
+
+  // Emulation metadata that names neither file type changes nothing.
+  HPLPlatform plain;
+  const std::string noHpfm = archive(
+      {{"lfa.json", member(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
+       {"hw_emu/hw_emu.json", R"({"emulations": [ {"name": "x", "files": []} ]})"}},
+      "plain.lfa");
+  ASSERT_TRUE(HTEQCfaJsonReader(&plain).parseCFA(noHpfm, PlatformLoader::Default));
+  EXPECT_FALSE(plain.supportsHWEmulation());
+  EXPECT_FALSE(plain.supportsTwoHwEmuBd());
+}

@@ -21,6 +21,11 @@
 #include "platform/HPLPCIeId.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQDesignIPInstance.h"
+#include "platform/HTEQEmulation.h"
+#include "platform/HTEQEmulationFile.h"
+#include "platform/HTEQEmulationJsonReader.h"
+#include "platform/HTEQEmulationXMLReader.h"
+#include "platform/HTEQEmulations.h"
 #include "platform/HTEQHardwareAddressSegment.h"
 #include "platform/HTEQHardwareBusInterface.h"
 #include "platform/HTEQHardwareFeatureRom.h"
@@ -491,6 +496,22 @@ void HTEQCfaJsonReader::parseSystemClocks_(const Tree& clocks) {
   }
 }
 
+// The emulation metadata named by a file of the platform says whether the
+// platform can be emulated, and with two block designs.
+void HTEQCfaJsonReader::parseEmulationFile_(const std::string& type, const std::string& member) {
+  HTEQEmulations emulations;
+  if (type == "EMU_XML")
+    HTEQEmulationXMLReader::parseFromCfa(archive_, member, &emulations);
+  else
+    HTEQEmulationJsonReader::parseFromCfa(archive_, member, &emulations);
+  for (const HTEQEmulation* emulation : emulations.getEmulations()) {
+    for (const HTEQEmulationFile* file : emulation->getFiles()) {
+      if (file->getType() == "EMU_HPFM") platform_->setSupportsHWEmulation(true);
+      if (file->getType() == "TOP_BD") platform_->setSupportsTwoHwEmuBd(true);
+    }
+  }
+}
+
 std::string HTEQCfaJsonReader::getHpfmFile() const {
   const HPLFile* file = platform_->findFile("HPFM");
   if (file == nullptr || archive_.empty()) return std::string();
@@ -504,7 +525,6 @@ std::string HTEQCfaJsonReader::getHpfmStr() const {
   return content;
 }
 
-// TEMPORARY until the hpfm and emulation readers are merged.
+// TEMPORARY until the hpfm reader is merged.
 bool HTEQCfaJsonReader::readHpfmBusInterfaces(const std::string&) { return false; }
 bool HTEQCfaJsonReader::readHpfmNocConnectivity(const std::string&) { return false; }
-void HTEQCfaJsonReader::parseEmulationFile_(const std::string&, const std::string&) {}

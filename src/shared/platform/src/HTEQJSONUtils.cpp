@@ -92,7 +92,13 @@ unsigned long HTEQJSONUtils::getUnsignedLongValue(const OptTree& tree, const std
 }
 
 void HTEQJSONUtils::readJSON(std::istream& in, Tree& tree, const std::string& name, unsigned maxDepth) {
-  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  std::string text;
+  try {
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  } catch (const std::exception&) {
+    // A stream on something that is no file (a directory) fails while reading.
+    throw HEXDataException(name + ": cannot read the JSON text");
+  }
   if (in.bad()) throw HEXDataException(name + ": cannot read the JSON text");
   readJSON(text, tree, name, maxDepth);
 }
