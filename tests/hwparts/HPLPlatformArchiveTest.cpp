@@ -1,6 +1,6 @@
 // The platform's reads from its own archive: extended metadata and the board
 // repository. They need the archive layer, and are compiled only with it.
-#if __has_include("host/HUTZip.h")
+#if defined(ZR_HAVE_HUTZIP)
 
 #include <gtest/gtest.h>
 

@@ -20,9 +20,10 @@
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-// The archive layer is a separate host service; until it is part of the build
-// the archive members below answer as missing.
-#if __has_include("host/HUTZip.h")
+// The archive layer is a separate host service. The build defines
+// ZR_HAVE_HUTZIP when it is part of the library; without it the archive
+// members below answer as missing.
+#if defined(ZR_HAVE_HUTZIP)
 #include "host/HUTZip.h"
 #define ZR_HPL_HAS_ARCHIVE 1
 #else
