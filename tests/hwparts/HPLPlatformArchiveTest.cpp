@@ -37,18 +37,17 @@ TEST(HPLPlatformArchive, ExtendedMetadataComesFromTheArchiveIntoExtensions) {
   p.addFile("EXT_META_JSON", "meta/ext.json");
   EXPECT_EQ("{\"emu\": {\"kind\": \"hw\"}}", p.getExtMetaJsonAsString());
   const std::string text = jsonText(p);
-  EXPECT_NE(std::string::npos,
-            text.find("\"files\": [\n"
-                      "        {\n"
-                      "            \"name\": \"meta\\/ext.json\",\n"
-                      "            \"type\": \"EXT_META_JSON\"\n"
-                      "        }\n"
-                      "    ],\n"
-                      "    \"extensions\": {\n"
-                      "        \"emu\": {\n"
-                      "            \"kind\": \"hw\"\n"
-                      "        }\n"
-                      "    },\n"))
+  EXPECT_NE(std::string::npos, text.find("\"files\": [\n"
+                                         "        {\n"
+                                         "            \"name\": \"meta\\/ext.json\",\n"
+                                         "            \"type\": \"EXT_META_JSON\"\n"
+                                         "        }\n"
+                                         "    ],\n"
+                                         "    \"extensions\": {\n"
+                                         "        \"emu\": {\n"
+                                         "            \"kind\": \"hw\"\n"
+                                         "        }\n"
+                                         "    },\n"))
       << text;
 
   // META_JSON takes precedence; invalid JSON reaches the caller and the

@@ -251,9 +251,10 @@ TEST(HPLPlatform, PlatformWithoutPRWritesNoHostKeys) {
   p.setHostArch("x86_64");
   p.setHostInterface("pcie");
   const std::string withPR = jsonText(p);
-  EXPECT_NE(std::string::npos,
-            withPR.find("    \"hostArchitecture\": \"x86_64\",\n    \"hostInterface\": \"pcie\",\n    \"usesPR\": "
-                        "\"true\",\n"));
+  EXPECT_NE(
+      std::string::npos,
+      withPR.find("    \"hostArchitecture\": \"x86_64\",\n    \"hostInterface\": \"pcie\",\n    \"usesPR\": "
+                  "\"true\",\n"));
   p.setUsesPR(false);
   const std::string flat = jsonText(p);
   EXPECT_EQ(std::string::npos, flat.find("hostArchitecture"));
@@ -291,26 +292,35 @@ TEST(HPLPlatform, WholeDocumentKeyOrderOfASmallPlatform) {
 
   const std::string text = jsonText(p);
   const char* order[] = {
-      "\"versionMajor\": \"1\"",        "\"versionMinor\": \"2\"",
-      "\"hostArchitecture\": \"x86_64\"", "\"hostInterface\": \"pcie\"",
-      "\"usesPR\": \"true\"",           "\"platformState\": \"impl\"",
-      "\"topModuleName\": \"top\"",     "\"acceleratorBinaryFormat\": \"rovapk2\"",
+      "\"versionMajor\": \"1\"",
+      "\"versionMinor\": \"2\"",
+      "\"hostArchitecture\": \"x86_64\"",
+      "\"hostInterface\": \"pcie\"",
+      "\"usesPR\": \"true\"",
+      "\"platformState\": \"impl\"",
+      "\"topModuleName\": \"top\"",
+      "\"acceleratorBinaryFormat\": \"rovapk2\"",
       "\"acceleratorBinaryContent\": \"bitstream\"",
       "\"validAcceleratorBinaryContentValues\": \"bitstream,pdi\"",
       "\"zuncCompileXPSwitches\": [\n        \"-c\"\n    ]",
       "\"zuncLinkXPSwitches\": [\n        \"-l\"\n    ]",
-      "\"dcpFunctionStripped\": \"false\"", "\"dcpEncrypted\": \"true\"",
+      "\"dcpFunctionStripped\": \"false\"",
+      "\"dcpEncrypted\": \"true\"",
       "\"defaultOutputType\": \"unknown\"",
       "\"designIntent\": {\n        \"dataCenter\": {\n            \"value\": \"true\"",
       "\"board\": {\n        \"name\": \"u2\"\n    }",
       "\"devices\": [\n        {\n            \"name\": \"fpga0\"",
       "\"interfaces\": [\n        {\n            \"id\": \"0\"\n        }\n    ]",
       "\"memories\": [\n        {\n            \"name\": \"ddr0\"\n        }\n    ]",
-      "\"files\": [\n        {\n            \"name\": \"p.hpfm\",\n            \"type\": \"HPFM\"\n        }\n    ]",
+      "\"files\": [\n        {\n            \"name\": \"p.hpfm\",\n            \"type\": \"HPFM\"\n        "
+      "}\n    ]",
       // The base platform's keys follow.
-      "\"vendor\": \"acme\"",           "\"boardId\": \"u2\"",
-      "\"name\": \"base\"",             "\"uniqueName\": \"acme:u2:base:1.2\"",
-      "\"unifiedPlatform\": \"false\"", "\"expandablePlatform\": \"false\"",
+      "\"vendor\": \"acme\"",
+      "\"boardId\": \"u2\"",
+      "\"name\": \"base\"",
+      "\"uniqueName\": \"acme:u2:base:1.2\"",
+      "\"unifiedPlatform\": \"false\"",
+      "\"expandablePlatform\": \"false\"",
       "\"featureRoms\": [\n        {\n            \"majorVersion\": \"1\"",
   };
   std::string::size_type at = 0;

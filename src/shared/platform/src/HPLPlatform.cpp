@@ -4,9 +4,9 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cstdlib>
 #include <memory>
-#include <regex>
 #include <sstream>
 
+#include "HPLMemSizeParser.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
@@ -233,8 +233,7 @@ std::string HPLPlatform::getOclInstPath() const {
 int HPLPlatform::getMemSizeInGb(unsigned int index) const {
   if (memories_.empty()) return 0;
   const std::string& size = memories_.at(index)->getSize();
-  static const std::regex kGigabytes("([0-9]+).*GB", std::regex::ECMAScript);
-  std::string number = std::regex_replace(size, kGigabytes, "$1");
+  std::string number = HPLMemSizeParser::keepGigabyteNumbers(size);
   if (number.empty() || number == size) number = "0";
   return std::stoi(number);
 }

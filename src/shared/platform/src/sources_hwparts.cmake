@@ -8,6 +8,7 @@ list(APPEND ZR_PLATFORM_SOURCES
   ${ZR_PLATFORM_DIR}/HPLBoard.cpp
   ${ZR_PLATFORM_DIR}/HPLPCIeId.cpp
   ${ZR_PLATFORM_DIR}/HPLFile.cpp
+  ${ZR_PLATFORM_DIR}/HPLMemSizeParser.cpp
 )
 
 # The hardware platform reads members of its archive through HUTZip once the
