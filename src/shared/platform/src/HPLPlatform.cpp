@@ -33,12 +33,12 @@
 namespace {
 
 // The host architectures and interfaces, each value with its text.
-const std::pair<HPLPlatform::HostArchType, const char*> kHostArchMap[] = {
+const std::pair<HPLPlatform::HostArchType, const char*> HPLHostArchMap[] = {
     {HPLPlatform::HOST_ARCH_X86_64, "x86_64"},   {HPLPlatform::HOST_ARCH_ARMV7L, "armv7l"},
     {HPLPlatform::HOST_ARCH_PPC64LE, "ppc64le"}, {HPLPlatform::HOST_ARCH_AARCH64, "aarch64"},
     {HPLPlatform::HOST_ARCH_UNKNOWN, "unknown"},
 };
-const std::pair<HPLPlatform::HostInterfaceType, const char*> kHostInterfaceMap[] = {
+const std::pair<HPLPlatform::HostInterfaceType, const char*> HPLHostInterfaceMap[] = {
     {HPLPlatform::HOST_INTERFACE_PCIE, "pcie"},
     {HPLPlatform::HOST_INTERFACE_AXI, "axi"},
     {HPLPlatform::HOST_INTERFACE_UNKNOWN, "unknown"},
@@ -79,14 +79,14 @@ HPLPlatform::~HPLPlatform() {
 // ---- Host tables ----
 
 HPLPlatform::HostArchType HPLPlatform::getHostArchType(const std::string& text) {
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first != HOST_ARCH_UNKNOWN && HSTStringUtils::iequals(text, entry.second)) return entry.first;
   }
   return HOST_ARCH_UNKNOWN;
 }
 
 std::string HPLPlatform::getHostArchAsStr(HostArchType value) {
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first == value) return entry.second;
   }
   return "unknown";
@@ -94,14 +94,14 @@ std::string HPLPlatform::getHostArchAsStr(HostArchType value) {
 
 HPLPlatform::StringVector HPLPlatform::getHostArchTypesAsStr() {
   StringVector out;
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first != HOST_ARCH_UNKNOWN) out.push_back(entry.second);
   }
   return out;
 }
 
 HPLPlatform::HostInterfaceType HPLPlatform::getHostInterfaceType(const std::string& text) {
-  for (const auto& entry : kHostInterfaceMap) {
+  for (const auto& entry : HPLHostInterfaceMap) {
     if (entry.first != HOST_INTERFACE_UNKNOWN && HSTStringUtils::iequals(text, entry.second))
       return entry.first;
   }
@@ -109,7 +109,7 @@ HPLPlatform::HostInterfaceType HPLPlatform::getHostInterfaceType(const std::stri
 }
 
 std::string HPLPlatform::getHostInterfaceAsStr(HostInterfaceType value) {
-  for (const auto& entry : kHostInterfaceMap) {
+  for (const auto& entry : HPLHostInterfaceMap) {
     if (entry.first == value) return entry.second;
   }
   return "unknown";
