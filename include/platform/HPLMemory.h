@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "platform/JSONSerializable.h"
 
@@ -34,6 +35,24 @@ class ZR_PLATFORM_API HPLMemory : public teq_platform::JSONSerializable {
   void addConfigParam(const std::string& name, const std::string& value);
   ConfigParamMap& getConfigParamMap() { return configParams_; }
   const ConfigParamMap& getReadOnlyConfigParamMap() const { return configParams_; }
+
+  // Sizes of a platform's memories, for the archive-backed platform.
+  //
+  // The number of gigabytes in a size text: the text with every match of the
+  // ECMAScript expression "([0-9]+).*GB" replaced by its digits, read as a
+  // decimal integer. A text without a match counts 0, so "16GB" and "16 GB"
+  // give 16 and "2048MB" gives 0. A text that contains a match but does not
+  // begin with a number ("x4GB") raises std::invalid_argument, and a number too
+  // large for an int std::out_of_range.
+  static int sizeTextToGb(const std::string& size);
+  // Of memory number index; 0 without memories; std::out_of_range for an index
+  // outside a non-empty list.
+  static int getMemSizeInGb(const std::vector<HPLMemory*>& memories, size_t index);
+  static int getTotalMemSizeInGb(const std::vector<HPLMemory*>& memories);
+  // The total as "N GB"; "8 GB" when it is 0.
+  static std::string totalGbToText(int totalGb);
+  // The type of the first memory, even when empty; "ddr4" without memories.
+  static std::string getMemType(const std::vector<HPLMemory*>& memories);
 
  private:
   bool areLowAndHighAddrsAtDefault_() const { return lowestAddress_ == 0 && highestAddress_ == 0; }

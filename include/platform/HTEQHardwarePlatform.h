@@ -12,6 +12,7 @@
 #include "platform/HSTFwdIter.h"
 #include "platform/HSTVector.h"
 #include "platform/HTEQDesignIntentStorage.h"
+#include "platform/HTEQPfmFileTypes.h"
 #include "platform/HTEQTilHardware.h"
 #include "platform/HTEQTilPartition.h"
 #include "platform/JSONSerializable.h"
@@ -146,9 +147,9 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   virtual const std::string& getExtendedIdCode() const;
   // A file type word such as "SIM_BINARY"; the member name, or empty.
   virtual std::string getFile(const std::string& name) const = 0;
-  // The file-type enumeration forms getFile(FileType) and hasFile(FileType)
-  // belong to the archive-backed platform, which knows the file type table.
+  virtual std::string getFile(HTEQPfmFileTypes::FileType type) const = 0;
   virtual bool hasFile(const std::string& name) const = 0;
+  virtual bool hasFile(HTEQPfmFileTypes::FileType type) const = 0;
   virtual std::string getExtMetaJsonAsString() const = 0;
   virtual bool supportsHardware() const;
   virtual bool supportsSWEmulation() const;

@@ -59,3 +59,21 @@ TEST_F(CApi, MissingOrInvalidDescriptorAndNullPathRaise) {
   EXPECT_THROW(short_(dir.write("bad.zdf", "<teq:platform").c_str()), std::runtime_error);
   EXPECT_THROW(full_(nullptr), std::logic_error);
 }
+
+TEST_F(CApi, SoftwareOnlyPlatformWritesItsSoftwareObject) {
+  TempDir dir;
+  const std::string file = dir.write("sw/a.spfm", spfmText());
+  char* text = full_(file.c_str());
+  ASSERT_NE(text, nullptr);
+  const std::string json(text);
+  free_(text);
+  EXPECT_EQ(json.find("\"swFile\""), std::string::npos);
+  EXPECT_EQ(json.find("\"file\""), std::string::npos);
+  EXPECT_NE(json.find("    \"hardware\": \"false\",\n"), std::string::npos);
+  EXPECT_NE(json.find("    \"softwarePlatform\": {\n"), std::string::npos);
+  char* brief = short_(file.c_str());
+  ASSERT_NE(brief, nullptr);
+  // Nothing of the descriptor is known, so the short document is empty.
+  EXPECT_STREQ(brief, "{\n}\n");
+  free_(brief);
+}

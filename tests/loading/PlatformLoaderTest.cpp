@@ -107,3 +107,32 @@ TEST(PlatformLoader, SoftwareFileMissingAndUnreadableHaveTwoTexts) {
     EXPECT_EQ(loadFailure(loader), "software platform file does not exist");
   }
 }
+
+TEST(PlatformLoader, SoftwareFileAloneLoadsAsASoftwareOnlyPlatform) {
+  TempDir dir;
+  PlatformLoader loader(dir.write("sw/a.spfm", spfmText()), PlatformLoader::Default);
+  ComMsgCapture cap;
+  const auto platform = loader.load();
+  ASSERT_NE(platform, nullptr);
+  EXPECT_TRUE(loader.isLoaded());
+  EXPECT_TRUE(cap.messages().empty());
+  EXPECT_EQ(platform->getHardwarePlatform(), nullptr);
+  EXPECT_NE(platform->getSoftwarePlatform(), nullptr);
+  EXPECT_FALSE(platform->supportsHardware());
+  EXPECT_EQ(platform->getSoftwarePlatformFile(), "");
+  EXPECT_EQ(platform->getPlatformFile(), "");
+  // A second load reads nothing again and gives the same object.
+  EXPECT_EQ(loader.load(), platform);
+}
+
+TEST(PlatformLoader, ResultOutlivesTheLoader) {
+  TempDir dir;
+  std::shared_ptr<HTEQPlatform> kept;
+  {
+    PlatformLoader loader(dir.write("a.spfm", spfmText()), PlatformLoader::Default);
+    kept = loader.load();
+  }
+  ASSERT_NE(kept, nullptr);
+  EXPECT_EQ(kept.use_count(), 1);
+  EXPECT_NE(kept->getSoftwarePlatform(), nullptr);
+}

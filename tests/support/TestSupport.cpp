@@ -91,3 +91,24 @@ std::string zdfEmu(const std::string& path, const std::string& name) {
 }
 
 }  // namespace zr_test
+
+namespace zr_test {
+
+std::string spfmText(const std::string& name) {
+  return "<?xml version=\"1.0\"?>\n"
+         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"lib\" teq:name=\"" +
+         name +
+         "\" teq:version=\"1.0\">\n"
+         "  <teq:description>Software of the test platform</teq:description>\n"
+         "  <teq:systemConfigurations teq:defaultConfiguration=\"linux_cfg\">\n"
+         "    <teq:configuration teq:name=\"linux_cfg\" teq:displayName=\"Linux\">\n"
+         "      <teq:description>Linux on the application cores</teq:description>\n"
+         "      <teq:processorGroup teq:name=\"apu\" teq:displayName=\"APU\" teq:cpuType=\"cortex\">\n"
+         "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
+         "      </teq:processorGroup>\n"
+         "    </teq:configuration>\n"
+         "  </teq:systemConfigurations>\n"
+         "</teq:platform>\n";
+}
+
+}  // namespace zr_test

@@ -56,3 +56,8 @@ std::string zdfHw(const std::string& path, const std::string& name);
 std::string zdfEmu(const std::string& path, const std::string& name);
 
 }  // namespace zr_test
+
+namespace zr_test {
+// A small valid software platform with one configuration and one processor group.
+std::string spfmText(const std::string& name = "board_sw");
+}  // namespace zr_test

@@ -1,26 +1,17 @@
 #include "platform/HTEQHardwarePlatform.h"
 
-#include <zip.h>
-
 #include <algorithm>
-#include <boost/property_tree/ptree.hpp>
-#include <cstdio>
-#include <fstream>
 #include <set>
 
-#include "HTEQTilPartitionsJsonReader.h"
-#include "host/ComMsgMgr.h"
-#include "host/HEXAll.h"
+#include "PlatformArchiveAccess.h"
 #include "host/HHSMHwManager.h"
 #include "host/HSTStringUtils.h"
-#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQDesignIPInstance.h"
 #include "platform/HTEQHardwareBusInterface.h"
 #include "platform/HTEQHardwareIPParam.h"
 #include "platform/HTEQHardwareNocConnectivity.h"
-#include "platform/HTEQJSONUtils.h"
 #include "platform/HTEQReconfigPartition.h"
 #include "platform/HTEQSystemClock.h"
 #include "platform/JSONListWriter.h"
@@ -28,87 +19,32 @@
 
 // Devices, cores and feature ROMs are records of the archive-backed model. The
 // operations that look into them are compiled once their classes are part of
-// the build; until then a platform has no device and no feature ROM.
-#if __has_include("platform/HPLDevice.h")
-#include "platform/HPLDevice.h"
-#define ZR_HW_HAS_DEVICES 1
-#else
+// the build (the build defines ZR_HW_HAS_...); until then a platform has no
+// device and no feature ROM, and a module file no node id.
+#ifndef ZR_HW_HAS_DEVICES
 #define ZR_HW_HAS_DEVICES 0
 #endif
-#if __has_include("platform/HTEQHardwareFeatureRom.h")
-#include "platform/HTEQHardwareFeatureRom.h"
-#define ZR_HW_HAS_FEATURE_ROMS 1
-#else
+#ifndef ZR_HW_HAS_FEATURE_ROMS
 #define ZR_HW_HAS_FEATURE_ROMS 0
 #endif
-#if __has_include("platform/HTEQPlatform.h")
+#ifndef ZR_HW_HAS_LOADER
+#define ZR_HW_HAS_LOADER 0
+#endif
+#if ZR_HW_HAS_DEVICES
+#include "platform/HPLDevice.h"
+#endif
+#if ZR_HW_HAS_FEATURE_ROMS
+#include "platform/HTEQHardwareFeatureRom.h"
+#endif
+#if ZR_HW_HAS_LOADER
 #include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
-#define ZR_HW_HAS_LOADER 1
-#else
-#define ZR_HW_HAS_LOADER 0
 #endif
 
 namespace {
 
 const char* const kHwEmuDir = "hw_emu";
 const char* const kAltPrefix = "alt_";
-const char* const kTilPartitionsMember = "tilarchive/arch/til_partition.json";
-const char* const kTilMetaDataMember = "tilarchive/morwen/tilprj_meta_data.json";
-// A member copied out of an archive larger than this is refused: metadata
-// members are small, and a bigger one is a damaged or hostile archive.
-const zip_uint64_t kMaxExtractedMemberSize = 256ull * 1024 * 1024;
-
-// Archive access of the hardware platform: whether a member exists, and copying
-// one member out to a file.
-bool zipHasMember(const std::string& archive, const std::string& member) {
-  if (archive.empty() || member.empty() || !HUTFile::isFile(archive)) return false;
-  int err = 0;
-  zip_t* za = zip_open(archive.c_str(), ZIP_RDONLY, &err);
-  if (za == nullptr) return false;
-  const bool found = zip_name_locate(za, member.c_str(), 0) >= 0;
-  zip_discard(za);
-  return found;
-}
-
-bool zipExtractMember(const std::string& archive, const std::string& member, const std::string& dest) {
-  if (archive.empty() || member.empty() || !HUTFile::isFile(archive)) return false;
-  int err = 0;
-  zip_t* za = zip_open(archive.c_str(), ZIP_RDONLY, &err);
-  if (za == nullptr) return false;
-  bool ok = false;
-  zip_stat_t st;
-  zip_stat_init(&st);
-  if (zip_stat(za, member.c_str(), 0, &st) == 0 && (st.valid & ZIP_STAT_SIZE) != 0 &&
-      st.size <= kMaxExtractedMemberSize) {
-    zip_file_t* zf = zip_fopen(za, member.c_str(), 0);
-    if (zf != nullptr) {
-      std::ofstream out(dest, std::ios::out | std::ios::binary | std::ios::trunc);
-      if (out) {
-        char buf[4096];
-        zip_uint64_t total = 0;
-        zip_int64_t n = 0;
-        ok = true;
-        while ((n = zip_fread(zf, buf, sizeof buf)) > 0) {
-          total += static_cast<zip_uint64_t>(n);
-          if (total > kMaxExtractedMemberSize) {
-            ok = false;
-            break;
-          }
-          out.write(buf, n);
-        }
-        if (n < 0) ok = false;
-        out.close();
-        if (!out) ok = false;
-      }
-      zip_fclose(zf);
-    }
-  }
-  zip_discard(za);
-  if (!ok) HUTFile::rmRecursive(dest);
-  return ok;
-}
-
 template <class T>
 void deleteAll(std::vector<T*>& v) {
   for (T* p : v) delete p;
@@ -120,9 +56,6 @@ void walkIter(HSTFwdIter<T>* iter, std::vector<T>& out) {
   while (iter->hasNext()) out.push_back(iter->next());
   delete iter;
 }
-
-std::string lower(const std::string& s) { return HSTStringUtils::toLower(s); }
-std::string upper(const std::string& s) { return HSTStringUtils::toUpper(s); }
 
 }  // namespace
 
@@ -567,7 +500,7 @@ bool HTEQHardwarePlatform::validateRmLfaFiles(const StringVector& files) const {
 // Hardware database
 
 bool HTEQHardwarePlatform::archiveHasMember_(const std::string& member) const {
-  return zipHasMember(platformFile_, member);
+  return PlatformArchiveAccess::hasMember(platformFile_, member);
 }
 
 bool HTEQHardwarePlatform::hasHardwareDef_() const {
@@ -690,291 +623,6 @@ const std::vector<std::string>& HTEQHardwarePlatform::getValidPlatformExts() {
 bool HTEQHardwarePlatform::isValidPlatformExt(const std::string& extension) {
   const auto& exts = getValidPlatformExts();
   return std::find(exts.begin(), exts.end(), extension) != exts.end();
-}
-
-// ---------------------------------------------------------------------------
-// Tile array
-
-HTEQTilPartition& HTEQHardwarePlatform::addTilPartition() {
-  tilPartitions_.emplace_back();
-  return tilPartitions_.back();
-}
-
-HTEQTilPartition& HTEQHardwarePlatform::addTilPartition(int startColumn, int numColumns) {
-  tilPartitions_.emplace_back(startColumn, numColumns);
-  return tilPartitions_.back();
-}
-
-namespace {
-// Copies a file out of the tile-array project, an archive held as the "TILPRJ"
-// member of the platform archive. The project is staged under the temporary
-// directory and removed again when it was staged here.
-bool extractFromTilProject(const HTEQHardwarePlatform& platform, const std::string& pathInProject,
-                           const std::string& dest) {
-  const std::string projectMember = platform.getFile("TILPRJ");
-  if (projectMember.empty() || platform.getPlatformFile().empty()) return false;
-  const std::string staged =
-      HUTEnv::instance().getJUNTmpDir() + "/" + HUTPathUtils::getFileName(projectMember);
-  bool stagedHere = false;
-  if (!HUTFile::exists(staged)) {
-    if (!zipExtractMember(platform.getPlatformFile(), projectMember, staged)) return false;
-    stagedHere = true;
-  }
-  const bool ok = zipExtractMember(staged, pathInProject, dest);
-  if (stagedHere) HUTFile::rmRecursive(staged);
-  return ok;
-}
-}  // namespace
-
-// Partitions come from the tile-array project of a fixed platform, read once.
-void HTEQHardwarePlatform::initTilPartitions() const {
-  if (expandable_ || tilPartitionsRead_) return;
-  tilPartitionsRead_ = true;
-  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/til_partitions.json";
-  if (!extractFromTilProject(*this, kTilPartitionsMember, target)) return;
-  // The reader fills the vector through the non-const factories.
-  const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
-  HUTFile::rmRecursive(target);
-}
-
-void HTEQHardwarePlatform::parseTILPartitions(const std::string& file) {
-  HTEQTilPartitionsJsonReader reader(this);
-  reader.parse(file);
-}
-
-bool HTEQHardwarePlatform::hasTilPartitions() const {
-  initTilPartitions();
-  return !tilPartitions_.empty();
-}
-
-const std::vector<HTEQTilPartition>& HTEQHardwarePlatform::getTilPartitions() const {
-  initTilPartitions();
-  return tilPartitions_;
-}
-
-std::vector<HTEQTilPartition>& HTEQHardwarePlatform::getTilPartitions() {
-  initTilPartitions();
-  return tilPartitions_;
-}
-
-const HTEQTilPartition& HTEQHardwarePlatform::findTilPartition(const std::string& name) const {
-  initTilPartitions();
-  for (const HTEQTilPartition& p : tilPartitions_) {
-    if (p.tilInst() == name) return p;
-  }
-  return HTEQTilPartition::emptyPartition();
-}
-
-bool HTEQHardwarePlatform::hasTilPartition(const std::string& name) const {
-  for (const HTEQTilPartition& p : getTilPartitions()) {
-    if (p.hasPartition(name)) return true;
-  }
-  return false;
-}
-
-void HTEQHardwarePlatform::parseMetaData(const std::string& file, std::map<std::string, std::string>& out) {
-  std::ifstream in(file, std::ios::in | std::ios::binary);
-  if (!in) return;
-  boost::property_tree::ptree tree;
-  HTEQJSONUtils::readJSON(in, tree, file);
-  const auto metaData = tree.get_child_optional("MetaData");
-  if (!metaData) return;
-  for (const auto& item : *metaData) {
-    out[HTEQJSONUtils::getStringValue(item.second, "name")] =
-        HTEQJSONUtils::getStringValue(item.second, "value");
-  }
-}
-
-std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
-  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/tilprj_meta_data.json";
-  if (!extractFromTilProject(*this, kTilMetaDataMember, target)) return std::string();
-  std::map<std::string, std::string> metaData;
-  try {
-    parseMetaData(target, metaData);
-  } catch (...) {
-    HUTFile::rmRecursive(target);
-    throw;
-  }
-  HUTFile::rmRecursive(target);
-  const auto it = metaData.find("TIL_PL_INTF_ID_STR");
-  return it == metaData.end() ? std::string() : it->second;
-}
-
-void HTEQHardwarePlatform::writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const {
-  teq_platform::JSONListWriter list;
-  for (const HTEQTilPartition& p : tilPartitions_) list.addItem(&p);
-  writer.addKey("tilPartitions", list);
-}
-
-// ---------------------------------------------------------------------------
-// Memory banks
-
-// A memory port "memss" marks the one indexed memory subsystem.
-bool HTEQHardwarePlatform::isMemPortIndexed_(const HTEQHardwareBusInterface& bi) {
-  return lower(bi.getMemPort()) == "memss";
-}
-
-// Any other memory port is a bank of its own, except the general-purpose ports
-// and interfaces tagged "default".
-bool HTEQHardwarePlatform::isMemPortNonIndexed_(const HTEQHardwareBusInterface& bi) {
-  const std::string port = lower(bi.getMemPort());
-  return !port.empty() && port != "memss" && port != "m_axi_gp" && port != "s_axi_gp" &&
-         !HSTStringUtils::iequals(bi.getSPTag(), "default");
-}
-
-// The first interface that tells decides, once; while every interface seen is
-// skipped the state stays unknown and the next call walks again.
-bool HTEQHardwarePlatform::isMemoryResourceIndexed() const {
-  if (memIndexState_ != kIndexUnknown) return memIndexState_ == kIndexed;
-  for (const HTEQHardwareBusInterface* bi : busInterfaces_) {
-    if (isMemPortIndexed_(*bi)) {
-      memIndexState_ = kIndexed;
-      return true;
-    }
-    if (isMemPortNonIndexed_(*bi)) {
-      memIndexState_ = kNotIndexed;
-      return false;
-    }
-  }
-  return false;
-}
-
-bool HTEQHardwarePlatform::supportsMemoryResourceIndex() const { return memIndexState_ == kIndexed; }
-
-unsigned int HTEQHardwarePlatform::getMemoryResourceBusInterfacesIndexed_(
-    TEQHardwareBusInterfaceVec& out) const {
-  for (HTEQHardwareBusInterface* bi : busInterfaces_) {
-    if (isMemPortIndexed_(*bi)) out.push_back(bi);
-  }
-  return static_cast<unsigned int>(out.size());
-}
-
-unsigned int HTEQHardwarePlatform::getMemoryResourceBusInterfacesNonIndexed_(
-    TEQHardwareBusInterfaceVec& out) const {
-  for (HTEQHardwareBusInterface* bi : busInterfaces_) {
-    if (isMemPortNonIndexed_(*bi)) out.push_back(bi);
-  }
-  return static_cast<unsigned int>(out.size());
-}
-
-void HTEQHardwarePlatform::getMemoryBusInterfaces(TEQHardwareBusInterfaceVec& out) const {
-  getMemoryResourceBusInterfacesIndexed_(out);
-  getMemoryResourceBusInterfacesNonIndexed_(out);
-}
-
-unsigned int HTEQHardwarePlatform::getUniqueMemoryTypeStrings(StringVector& out) const {
-  std::set<std::string> types;
-  TEQHardwareBusInterfaceVec interfaces;
-  if (isMemoryResourceIndexed()) {
-    getMemoryResourceBusInterfacesIndexed_(interfaces);
-    for (const HTEQHardwareBusInterface* bi : interfaces) types.insert(upper(bi->getSPTag()));
-  } else {
-    getMemoryResourceBusInterfacesNonIndexed_(interfaces);
-    for (const HTEQHardwareBusInterface* bi : interfaces) types.insert(bi->getSPTag());
-  }
-  out.insert(out.end(), types.begin(), types.end());
-  return static_cast<unsigned int>(types.size());
-}
-
-unsigned int HTEQHardwarePlatform::getUniqueMemoryTypeCount() const {
-  StringVector scratch;
-  return getUniqueMemoryTypeStrings(scratch);
-}
-
-// A type must first be one of the unique types exactly as listed; the walks
-// then compare without regard to case.
-bool HTEQHardwarePlatform::hasUniqueMemoryType_(const std::string& type) const {
-  StringVector types;
-  getUniqueMemoryTypeStrings(types);
-  return std::find(types.begin(), types.end(), type) != types.end();
-}
-
-unsigned int HTEQHardwarePlatform::getMemoryTypeCount(const std::string& type) const {
-  if (!hasUniqueMemoryType_(type)) return 0;
-  if (!isMemoryResourceIndexed()) return 1;
-  TEQHardwareBusInterfaceVec interfaces;
-  getMemoryResourceBusInterfacesIndexed_(interfaces);
-  const std::string wanted = upper(type);
-  for (const HTEQHardwareBusInterface* bi : interfaces) {
-    if (upper(bi->getSPTag()) == wanted) return bi->getNumAddressSegments();
-  }
-  return 0;
-}
-
-unsigned int HTEQHardwarePlatform::getMemoryIndex(const std::string& type, unsigned int n) const {
-  if (!hasUniqueMemoryType_(type) || !isMemoryResourceIndexed()) return 0;
-  TEQHardwareBusInterfaceVec interfaces;
-  getMemoryResourceBusInterfacesIndexed_(interfaces);
-  const std::string wanted = upper(type);
-  unsigned int index = 0;
-  for (const HTEQHardwareBusInterface* bi : interfaces) {
-    if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) index = bi->getMemoryIndex(n);
-  }
-  return index;
-}
-
-// Banks of an indexed platform all have the same size; it is not taken from
-// any data.
-std::string HTEQHardwarePlatform::getMemorySize(const std::string& type, unsigned int n) const {
-  if (!hasUniqueMemoryType_(type)) return std::string();
-  TEQHardwareBusInterfaceVec interfaces;
-  const std::string wanted = upper(type);
-  std::string size;
-  if (isMemoryResourceIndexed()) {
-    getMemoryResourceBusInterfacesIndexed_(interfaces);
-    for (const HTEQHardwareBusInterface* bi : interfaces) {
-      if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) return "16GB";
-    }
-    return std::string();
-  }
-  getMemoryResourceBusInterfacesNonIndexed_(interfaces);
-  for (const HTEQHardwareBusInterface* bi : interfaces) {
-    if (upper(bi->getSPTag()) == wanted) size = bi->getSize();
-  }
-  return size;
-}
-
-std::string HTEQHardwarePlatform::getMemorySLR(const std::string& type, unsigned int n) const {
-  if (!hasUniqueMemoryType_(type)) return std::string();
-  TEQHardwareBusInterfaceVec interfaces;
-  const std::string wanted = upper(type);
-  std::string slr;
-  if (isMemoryResourceIndexed()) {
-    getMemoryResourceBusInterfacesIndexed_(interfaces);
-    for (const HTEQHardwareBusInterface* bi : interfaces) {
-      if (upper(bi->getSPTag()) == wanted && bi->getNumAddressSegments() > n) slr = bi->getMemorySLR(n);
-    }
-    return slr;
-  }
-  getMemoryResourceBusInterfacesNonIndexed_(interfaces);
-  for (const HTEQHardwareBusInterface* bi : interfaces) {
-    if (upper(bi->getSPTag()) == wanted) slr = bi->getSLR();
-  }
-  return slr;
-}
-
-void HTEQHardwarePlatform::updateHBMBankInfo(const std::string& instance, bool isDefault) {
-  if (hbmInstanceName_.empty()) {
-    hbmInstanceName_ = instance;
-  } else if (hbmInstanceName_ != instance) {
-    ZR_SEND_MSG("@74-261@", ComMsgMask::kError);
-    return;
-  }
-  ++hbmBankCount_;
-  if (isDefault) ++hbmDefaultBankCount_;
-}
-
-void HTEQHardwarePlatform::issueNormalizeMemoryBanksMessage(std::ostream& out) const {
-  if (!hbmPresent_ || hbmDefaultBankCount_ == 0 || hbmDefaultBankCount_ == hbmBankCount_) return;
-  out << "\n\n"
-      << "The HBM instance "
-      << "'" << hbmInstanceName_ << "'"
-      << " has only a subset of its auto-assignable memory banks tagged as 'default'. "
-      << "To attain better HBM bandwidth, use mirac parameter "
-         "'--advanced.param compiler.normalizeDefaultMemoryBanks=true' to change all HBM memory banks to "
-         "'default'."
-      << std::endl
-      << std::endl;
 }
 
 // ---------------------------------------------------------------------------

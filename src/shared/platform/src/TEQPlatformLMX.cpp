@@ -25,8 +25,9 @@ AnonHardwarePlatform anonHardware(const zr_xml::Node& parent) {
 
 }  // namespace
 
-Platform unmarshalFile(const std::string& path) {
-  const auto doc = zr_xml::Document::parseFile(path, ZR_XML_SCHEMA(zdf));
+namespace {
+
+Platform fromDocument(const zr_xml::Document& doc) {
   const auto root = doc.root();
   Platform p;
   p.vendor = root.attr("vendor");
@@ -69,6 +70,16 @@ Platform unmarshalFile(const std::string& path) {
     p.softwarePlatforms->softwarePlatform = fileRef(sw.child("softwarePlatform"));
   }
   return p;
+}
+
+}  // namespace
+
+Platform unmarshalFile(const std::string& path) {
+  return fromDocument(zr_xml::Document::parseFile(path, ZR_XML_SCHEMA(zdf)));
+}
+
+Platform unmarshalMemory(const std::string& text, const std::string& name) {
+  return fromDocument(zr_xml::Document::parseMemory(text, name, ZR_XML_SCHEMA(zdf)));
 }
 
 }  // namespace TEQPlatform

@@ -63,6 +63,8 @@ struct Platform {
 // (with a line number where there is one) for anything that is not a valid
 // descriptor.
 Platform unmarshalFile(const std::string& path);
+// The same for a document in memory; `name` appears in error texts.
+Platform unmarshalMemory(const std::string& text, const std::string& name);
 
 }  // namespace TEQPlatform
 

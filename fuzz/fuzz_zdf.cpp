@@ -1,0 +1,26 @@
+// Feeds arbitrary bytes to the descriptor parser. Any exception other than the
+// XML layer's own is a finding, and so is every crash, leak or hang.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "TEQPlatformLMX.h"
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+
+namespace {
+struct Silent : ComMsgSink {
+  void receive(const ComMsg&) override {}
+};
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Silent silent;
+  ComMsgMgrInstance().setSink(&silent);
+  try {
+    const auto p = TEQPlatform::unmarshalMemory(std::string(reinterpret_cast<const char*>(data), size), "fuzz.zdf");
+    (void)p;
+  } catch (const HXMLException&) {
+  }
+  return 0;
+}
