@@ -70,7 +70,6 @@ TEST(HPLBoard, NewRecordsHaveTheirDefaults) {
   std::unique_ptr<HSTFwdIter<HPLDriver*>> it(board.createDriverIter());
   ASSERT_TRUE(it->hasNext());
   EXPECT_EQ(d, it->next());
-  EXPECT_STREQ("IOSTANDARD", HPLBoard::PIN_IOSTD);
 }
 
 TEST(HPLBoard, JSONOfABoardWithoutDrivers) {
