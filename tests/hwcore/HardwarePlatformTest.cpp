@@ -278,7 +278,7 @@ TEST(HTEQHardwarePlatform, ChildEmulationPlatformIsFoundInTheArchive) {
   EXPECT_FALSE(p.containsChildHardwareEmuPlatform());
 }
 
-TEST(HTEQHardwarePlatform, ReconfigPartitionsAndDesignIds) {
+TEST(HTEQHardwarePlatform, FindReconfigPartitionTakesTheFirstNodeId) {
   TestPlatform p;
   p.addReconfigPartition()->setNodeID(4);
   HTEQReconfigPartition* second = p.addReconfigPartition();
@@ -286,18 +286,6 @@ TEST(HTEQHardwarePlatform, ReconfigPartitionsAndDesignIds) {
   p.addReconfigPartition()->setNodeID(5);
   EXPECT_EQ(p.findReconfigPartition(5), second);
   EXPECT_EQ(p.findReconfigPartition(6), nullptr);
-  p.setParentID(1);
-  p.setFunctionID(2);
-  p.setTILNodeID(3);
-  p.setTILUniqueID(4);
-  p.setTILPuID(5);
-  p.setTILPlInterfaceID(6);
-  EXPECT_EQ(p.getDesignIDs().getParentID(), 1u);
-  EXPECT_EQ(p.getFunctionID(), 2u);
-  EXPECT_EQ(p.getTILNodeID(), 3u);
-  EXPECT_EQ(p.getTILUniqueID(), 4u);
-  EXPECT_EQ(p.getTILPuID(), 5u);
-  EXPECT_EQ(p.getTILPlInterfaceID(), 6u);
 }
 
 TEST(HTEQHardwarePlatform, RmFileListsNeedExistingFiles) {
@@ -321,6 +309,10 @@ TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
   EXPECT_TRUE(p.isValidRmLfa(a));
   EXPECT_TRUE(p.validateRmLfaFiles({a}));
   EXPECT_FALSE(p.validateRmLfaFiles({a, b}));
+  // Nor does a file the loader cannot even open as a descriptor.
+  const std::string notADescriptor = dir.write("c.zdf", "<not-a-descriptor");
+  EXPECT_EQ(p.getNodeIDFromLfa(notADescriptor), 0u);
+  EXPECT_EQ(p.getNodeIDFromLfa(dir.file("missing.zdf")), 0u);
 }
 
 TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {

@@ -168,3 +168,16 @@ TEST(TilMetaData, MetaDataMapAndInterfaceId) {
   EXPECT_EQ(p.getTILPlInterfaceIDAsString(), "0x1234");
   EXPECT_FALSE(HUTFile::exists(tmp.file("tilprj_meta_data.json")));
 }
+
+TEST(TilPartitions, BadPartitionsFileRaisesOnceAndLeavesNoTemporary) {
+  zr_test::TempDir dir;
+  zr_test::TempDir tmp;
+  ScopedTmpDir scoped(tmp.path());
+  TestPlatform p;
+  p.setExpandable(false);
+  p.setPlatformFile(writePlatformWithProject(dir, {{"tilarchive/arch/til_partition.json", "{\"TIL\": ["}}));
+  p.files["TILPRJ"] = "sub/shell.tilprj";
+  EXPECT_THROW(p.hasTilPartitions(), HEXAlgException);
+  EXPECT_FALSE(HUTFile::exists(tmp.file("til_partitions.json")));
+  EXPECT_FALSE(p.hasTilPartitions());  // read once only
+}

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "PlatformArchiveAccess.h"
+#include "host/HEXAll.h"
 #include "host/HHSMHwManager.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTFile.h"
@@ -468,12 +469,26 @@ void HTEQHardwarePlatform::setTILUniqueID(uint32_t v) { designIds_->setTILUnique
 uint32_t HTEQHardwarePlatform::getTILPuID() const { return designIds_->getTILPuID(); }
 void HTEQHardwarePlatform::setTILPuID(uint32_t v) { designIds_->setTILPuID(v); }
 
+#if ZR_HW_HAS_LOADER
+namespace {
+// The platform in a module file; null when the file does not load as one.
+std::shared_ptr<HTEQPlatform> loadModuleFile(const std::string& file) {
+  try {
+    teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+    return loader.load();
+  } catch (const teq_platform::PlatformParseException&) {
+    return nullptr;
+  } catch (const HEXAll&) {
+    return nullptr;
+  }
+}
+}  // namespace
+#endif
+
 uint32_t HTEQHardwarePlatform::getNodeIDFromLfa(const std::string& file) const {
 #if ZR_HW_HAS_LOADER
-  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
-  std::shared_ptr<HTEQPlatform> platform = loader.load();
-  if (platform == nullptr) return 0;
-  const HTEQHardwarePlatform* hw = platform->getHardwarePlatform();
+  std::shared_ptr<HTEQPlatform> platform = loadModuleFile(file);
+  const HTEQHardwarePlatform* hw = platform != nullptr ? platform->getHardwarePlatform() : nullptr;
   return hw != nullptr ? hw->getNodeID() : 0;
 #else
   (void)file;
@@ -558,8 +573,7 @@ HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const std::string& name, const 
   HHSMHwManager::RmFileMap byInstancePath;
 #if ZR_HW_HAS_LOADER && ZR_HW_HAS_DEVICES
   for (const std::string& file : rmFiles) {
-    teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
-    std::shared_ptr<HTEQPlatform> platform = loader.load();
+    std::shared_ptr<HTEQPlatform> platform = loadModuleFile(file);
     const HTEQHardwarePlatform* hw = platform != nullptr ? platform->getHardwarePlatform() : nullptr;
     HPLDevice* device = hw != nullptr ? hw->getDevice("fpga0") : nullptr;
     if (device == nullptr) continue;

@@ -60,8 +60,14 @@ void HTEQHardwarePlatform::initTilPartitions() const {
   tilPartitionsRead_ = true;
   const std::string target = HUTEnv::instance().getJUNTmpDir() + "/til_partitions.json";
   if (!extractFromTilProject(*this, kTilPartitionsMember, target)) return;
-  // The reader fills the vector through the non-const factories.
-  const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
+  // The reader fills the vector through the non-const factories. The
+  // temporary file goes in any case, also when the file cannot be parsed.
+  try {
+    const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
+  } catch (...) {
+    HUTFile::rmRecursive(target);
+    throw;
+  }
   HUTFile::rmRecursive(target);
 }
 
