@@ -101,7 +101,10 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   // `name` is a file type word, compared without regard to case; the member
   // name of the last file of that type, or empty.
   std::string getFile(const std::string& name) const override;
+  // getFile on the text of the file type.
+  std::string getFile(HTEQPfmFileTypes::FileType type) const override;
   bool hasFile(const std::string& name) const override { return !getFile(name).empty(); }
+  bool hasFile(HTEQPfmFileTypes::FileType type) const override { return !getFile(type).empty(); }
   // The text of the archive's extended metadata member, or empty.
   std::string getExtMetaJsonAsString() const override;
   // That text read as JSON into `tree`; an empty text leaves `tree` alone.
@@ -196,8 +199,7 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   // ---- Files inside the archive ----
   // A new file; the type comes first.
   HPLFile* addFile(const std::string& type, const std::string& name);
-  std::string getFile(HTEQPfmFileTypes::FileType type) const;
-  bool hasFile(HTEQPfmFileTypes::FileType type) const { return !getFile(type).empty(); }
+
   // The first file of exactly this type, or null.
   HPLFile* findFile(const std::string& type) const;
   // Takes the file out and deletes it; a file that is not here changes nothing.

@@ -70,25 +70,24 @@ TEST(HPLBoard, NewRecordsHaveTheirDefaults) {
   std::unique_ptr<HSTFwdIter<HPLDriver*>> it(board.createDriverIter());
   ASSERT_TRUE(it->hasNext());
   EXPECT_EQ(d, it->next());
-  EXPECT_STREQ("IOSTANDARD", HPLBoard::PIN_IOSTD);
 }
 
 TEST(HPLBoard, JSONOfABoardWithoutDrivers) {
   HPLBoard board;
   EXPECT_EQ("{\n}\n", jsonText(board));
   board.setImgFileLdpi("l.png");
-  board.setName("u250");
+  board.setName("brd1");
   board.setVendor("acme");
-  board.setBoardPart("acme:u250:1.0");
+  board.setBoardPart("acme:brd1:1.0");
   board.setImgFileHdpi("h.png");
   board.addDimmConnector("c0", "Slot 0", "DIMM", "m0", "Module 0", true, false);
-  board.getWriteablePCIeId().setVendor("0x10ee");
+  board.getWriteablePCIeId().setVendor("0x1234");
   board.getWriteablePCIeId().setFeatureId("0x1");
   EXPECT_EQ(
       "{\n"
-      "    \"name\": \"u250\",\n"
+      "    \"name\": \"brd1\",\n"
       "    \"vendor\": \"acme\",\n"
-      "    \"boardPart\": \"acme:u250:1.0\",\n"
+      "    \"boardPart\": \"acme:brd1:1.0\",\n"
       "    \"imageFileHdpi\": \"h.png\",\n"
       "    \"imageFileLdpi\": \"l.png\",\n"
       "    \"connectors\": [\n"
@@ -103,7 +102,7 @@ TEST(HPLBoard, JSONOfABoardWithoutDrivers) {
       "        }\n"
       "    ],\n"
       "    \"pcie\": {\n"
-      "        \"vendor\": \"0x10ee\",\n"
+      "        \"vendor\": \"0x1234\",\n"
       "        \"featureId\": \"0x1\"\n"
       "    }\n"
       "}\n",
@@ -112,8 +111,8 @@ TEST(HPLBoard, JSONOfABoardWithoutDrivers) {
 
 TEST(HPLBoard, ABoardWithADriverIsRefusedAndWritesNothing) {
   HPLBoard board;
-  board.setName("u250");
-  board.addDriver()->setName("xdma");
+  board.setName("brd1");
+  board.addDriver()->setName("hostdrv");
   teq_platform::JSONObjectWriter writer;
   writer.addKey("before", std::string("x"));
   EXPECT_THROW(board.toJSON(writer), HEXAlgException);

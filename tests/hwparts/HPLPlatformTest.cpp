@@ -31,15 +31,15 @@ TEST(HPLPlatform, NewPlatformKeepsSeparatorsInItsNames) {
   EXPECT_EQ("unknown", p.getHostInterface());
 
   p.setVendor("acme");
-  p.setBoardId("u250");
-  p.setName("gen3x16_xdma");
+  p.setBoardId("brd1");
+  p.setName("base_shell");
   p.setVersionMajor(2);
   p.setVersionMinor(10);
-  EXPECT_EQ("acme:u250:gen3x16_xdma:2.10", p.getUniqueName());
-  EXPECT_EQ("acme_u250_gen3x16_xdma_2_10", p.getDeviceName());
-  EXPECT_EQ("U250 (gen3x16_xdma)", p.getPrettyName());
+  EXPECT_EQ("acme:brd1:base_shell:2.10", p.getUniqueName());
+  EXPECT_EQ("acme_brd1_base_shell_2_10", p.getDeviceName());
+  EXPECT_EQ("BRD1 (base_shell)", p.getPrettyName());
   p.setExplicitDesignIntent(HTEQDesignIntentStorage::embedded, true);
-  EXPECT_EQ("gen3x16_xdma", p.getPrettyName());
+  EXPECT_EQ("base_shell", p.getPrettyName());
   EXPECT_EQ("a:b:c:d", HPLPlatform::getVBNVAsStr("a", "b", "c", "d"));
   std::vector<std::string> categories;
   p.getTargetCategories(categories);
@@ -110,12 +110,12 @@ TEST(HPLPlatform, InterfaceDescriptionNeedsAHostedDesignIntent) {
   HPLPlatform p;
   HPLInterface* intf = p.addInterface();
   intf->setName("gen4x8");
-  intf->setType("qdma");
+  intf->setType("dma");
   EXPECT_EQ("", p.getInterfaceDesc());
   p.setExplicitDesignIntent(HTEQDesignIntentStorage::dataCenter, true);
   EXPECT_EQ("", p.getInterfaceDesc());
   p.setComputedDesignIntent(HTEQDesignIntentStorage::externalHost, true);
-  EXPECT_EQ("gen4x8 qdma", p.getInterfaceDesc());
+  EXPECT_EQ("gen4x8 dma", p.getInterfaceDesc());
   intf->setType("");
   EXPECT_EQ("PCIe gen3x8", p.getInterfaceDesc());
   p.addDevice()->setFpgaPart("arch:TZQ9KP:pkg:-2");
@@ -204,21 +204,21 @@ TEST(HPLPlatform, ValueListsBoardForwardingAndPaths) {
   p.addValidBinaryContentValue("pdi");
   p.addValidBinaryContentValue("bitstream");
   EXPECT_EQ("bitstream,pdi", p.getValidBinaryContentValuesAsStr());
-  p.addValidOutputTypeValue("xclbin");
-  p.addValidOutputTypeValue("xclbin");
-  EXPECT_EQ("xclbin", p.getValidOutputTypeValuesAsStr());
+  p.addValidOutputTypeValue("binfile");
+  p.addValidOutputTypeValue("binfile");
+  EXPECT_EQ("binfile", p.getValidOutputTypeValuesAsStr());
   p.addZuncCompileXpSwitch("-a");
   p.addZuncCompileXpSwitch("-a");
   EXPECT_EQ(2u, p.getZuncCompileXpSwitches().size());
 
   p.getBoard().setImgFileHdpi("h.png");
   p.getBoard().setImgFileLdpi("l.png");
-  p.getBoard().setBoardPart("acme:u250:1.3");
+  p.getBoard().setBoardPart("acme:brd1:1.3");
   p.getBoard().addDimmConnector("c0", "Slot", "DIMM", "m0", "Module", true, true);
   std::vector<std::string> images;
   p.getBoardImgZipEntries(images);
   EXPECT_EQ((std::vector<std::string>{"l.png", "", "h.png"}), images);
-  EXPECT_EQ("acme:u250:1.3", p.getBoardPart());
+  EXPECT_EQ("acme:brd1:1.3", p.getBoardPart());
   EXPECT_TRUE(p.hasDimmConnectors());
   EXPECT_EQ("c0 m0", p.getBoardConnectionsString());
   EXPECT_EQ("c0 m0", p.getLockedBoardConnectionsString());
@@ -251,9 +251,10 @@ TEST(HPLPlatform, PlatformWithoutPRWritesNoHostKeys) {
   p.setHostArch("x86_64");
   p.setHostInterface("pcie");
   const std::string withPR = jsonText(p);
-  EXPECT_NE(std::string::npos,
-            withPR.find("    \"hostArchitecture\": \"x86_64\",\n    \"hostInterface\": \"pcie\",\n    \"usesPR\": "
-                        "\"true\",\n"));
+  EXPECT_NE(
+      std::string::npos,
+      withPR.find("    \"hostArchitecture\": \"x86_64\",\n    \"hostInterface\": \"pcie\",\n    \"usesPR\": "
+                  "\"true\",\n"));
   p.setUsesPR(false);
   const std::string flat = jsonText(p);
   EXPECT_EQ(std::string::npos, flat.find("hostArchitecture"));
@@ -291,26 +292,35 @@ TEST(HPLPlatform, WholeDocumentKeyOrderOfASmallPlatform) {
 
   const std::string text = jsonText(p);
   const char* order[] = {
-      "\"versionMajor\": \"1\"",        "\"versionMinor\": \"2\"",
-      "\"hostArchitecture\": \"x86_64\"", "\"hostInterface\": \"pcie\"",
-      "\"usesPR\": \"true\"",           "\"platformState\": \"impl\"",
-      "\"topModuleName\": \"top\"",     "\"acceleratorBinaryFormat\": \"rovapk2\"",
+      "\"versionMajor\": \"1\"",
+      "\"versionMinor\": \"2\"",
+      "\"hostArchitecture\": \"x86_64\"",
+      "\"hostInterface\": \"pcie\"",
+      "\"usesPR\": \"true\"",
+      "\"platformState\": \"impl\"",
+      "\"topModuleName\": \"top\"",
+      "\"acceleratorBinaryFormat\": \"rovapk2\"",
       "\"acceleratorBinaryContent\": \"bitstream\"",
       "\"validAcceleratorBinaryContentValues\": \"bitstream,pdi\"",
       "\"zuncCompileXPSwitches\": [\n        \"-c\"\n    ]",
       "\"zuncLinkXPSwitches\": [\n        \"-l\"\n    ]",
-      "\"dcpFunctionStripped\": \"false\"", "\"dcpEncrypted\": \"true\"",
+      "\"dcpFunctionStripped\": \"false\"",
+      "\"dcpEncrypted\": \"true\"",
       "\"defaultOutputType\": \"unknown\"",
       "\"designIntent\": {\n        \"dataCenter\": {\n            \"value\": \"true\"",
       "\"board\": {\n        \"name\": \"u2\"\n    }",
       "\"devices\": [\n        {\n            \"name\": \"fpga0\"",
       "\"interfaces\": [\n        {\n            \"id\": \"0\"\n        }\n    ]",
       "\"memories\": [\n        {\n            \"name\": \"ddr0\"\n        }\n    ]",
-      "\"files\": [\n        {\n            \"name\": \"p.hpfm\",\n            \"type\": \"HPFM\"\n        }\n    ]",
+      "\"files\": [\n        {\n            \"name\": \"p.hpfm\",\n            \"type\": \"HPFM\"\n        "
+      "}\n    ]",
       // The base platform's keys follow.
-      "\"vendor\": \"acme\"",           "\"boardId\": \"u2\"",
-      "\"name\": \"base\"",             "\"uniqueName\": \"acme:u2:base:1.2\"",
-      "\"unifiedPlatform\": \"false\"", "\"expandablePlatform\": \"false\"",
+      "\"vendor\": \"acme\"",
+      "\"boardId\": \"u2\"",
+      "\"name\": \"base\"",
+      "\"uniqueName\": \"acme:u2:base:1.2\"",
+      "\"unifiedPlatform\": \"false\"",
+      "\"expandablePlatform\": \"false\"",
       "\"featureRoms\": [\n        {\n            \"majorVersion\": \"1\"",
   };
   std::string::size_type at = 0;

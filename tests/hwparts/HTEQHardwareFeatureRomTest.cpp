@@ -241,7 +241,7 @@ TEST(HTEQHardwareFeatureRom, JSONRendersValuesAndFeatureBits) {
   rom.setIPBuildID(17);
   rom.setTimeSinceEpoch(1700000000123ull);
   Name part;
-  fillName(part, "xcvu9p-flgb2104-2-i");
+  fillName(part, "dev9-pkg44-2-i");
   rom.setFPGAPartName(part);
   rom.setDDRChannelCount(4);
   rom.setDDRChannelSize(16);
@@ -254,7 +254,7 @@ TEST(HTEQHardwareFeatureRom, JSONRendersValuesAndFeatureBits) {
   const std::string text = jsonText(rom);
   EXPECT_NE(std::string::npos, text.find("\"morwenBuildID\": \"4000000000\",\n")) << text;
   EXPECT_NE(std::string::npos, text.find("\"timeSinceEpoch\": \"1700000000123\",\n"));
-  EXPECT_NE(std::string::npos, text.find("\"fpgaPartName\": \"xcvu9p-flgb2104-2-i\",\n"));
+  EXPECT_NE(std::string::npos, text.find("\"fpgaPartName\": \"dev9-pkg44-2-i\",\n"));
   EXPECT_NE(std::string::npos, text.find("\"drBaseAddress\": \"0x1000000\",\n"));
   EXPECT_NE(std::string::npos, text.find("\"featureBitMap\": {\n"
                                          "        \"value\": \"0x63ab31\",\n"

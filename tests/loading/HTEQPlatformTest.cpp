@@ -72,7 +72,7 @@ TEST(HTEQPlatform, DescriptorKeysComeInOrderAndLibraryIsNotWritten) {
                                                "unified", "zdf", "hardware", "softwareEmulation",
                                                "hardwareEmulation", "hardwareEmuPlatform", "hidden", "file",
                                                "hwFile", "hwEmuFile", "swFile", "directory",
-                                               "hardwarePlatforms"}));
+                                               "targetCategories", "hardwarePlatforms"}));
   EXPECT_EQ(t.get<std::string>("uniqueName"), "/r/board/board.zdf");
   EXPECT_EQ(t.get<std::string>("directory"), "/r/board");
   EXPECT_EQ(t.get<std::string>("hardware"), "true");

@@ -4,9 +4,9 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cstdlib>
 #include <memory>
-#include <regex>
 #include <sstream>
 
+#include "HPLMemSizeParser.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
@@ -20,9 +20,10 @@
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-// The archive layer is a separate host service; until it is part of the build
-// the archive members below answer as missing.
-#if __has_include("host/HUTZip.h")
+// The archive layer is a separate host service. The build defines
+// ZR_HAVE_HUTZIP when it is part of the library; without it the archive
+// members below answer as missing.
+#if defined(ZR_HAVE_HUTZIP)
 #include "host/HUTZip.h"
 #define ZR_HPL_HAS_ARCHIVE 1
 #else
@@ -32,12 +33,12 @@
 namespace {
 
 // The host architectures and interfaces, each value with its text.
-const std::pair<HPLPlatform::HostArchType, const char*> kHostArchMap[] = {
+const std::pair<HPLPlatform::HostArchType, const char*> HPLHostArchMap[] = {
     {HPLPlatform::HOST_ARCH_X86_64, "x86_64"},   {HPLPlatform::HOST_ARCH_ARMV7L, "armv7l"},
     {HPLPlatform::HOST_ARCH_PPC64LE, "ppc64le"}, {HPLPlatform::HOST_ARCH_AARCH64, "aarch64"},
     {HPLPlatform::HOST_ARCH_UNKNOWN, "unknown"},
 };
-const std::pair<HPLPlatform::HostInterfaceType, const char*> kHostInterfaceMap[] = {
+const std::pair<HPLPlatform::HostInterfaceType, const char*> HPLHostInterfaceMap[] = {
     {HPLPlatform::HOST_INTERFACE_PCIE, "pcie"},
     {HPLPlatform::HOST_INTERFACE_AXI, "axi"},
     {HPLPlatform::HOST_INTERFACE_UNKNOWN, "unknown"},
@@ -78,14 +79,14 @@ HPLPlatform::~HPLPlatform() {
 // ---- Host tables ----
 
 HPLPlatform::HostArchType HPLPlatform::getHostArchType(const std::string& text) {
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first != HOST_ARCH_UNKNOWN && HSTStringUtils::iequals(text, entry.second)) return entry.first;
   }
   return HOST_ARCH_UNKNOWN;
 }
 
 std::string HPLPlatform::getHostArchAsStr(HostArchType value) {
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first == value) return entry.second;
   }
   return "unknown";
@@ -93,14 +94,14 @@ std::string HPLPlatform::getHostArchAsStr(HostArchType value) {
 
 HPLPlatform::StringVector HPLPlatform::getHostArchTypesAsStr() {
   StringVector out;
-  for (const auto& entry : kHostArchMap) {
+  for (const auto& entry : HPLHostArchMap) {
     if (entry.first != HOST_ARCH_UNKNOWN) out.push_back(entry.second);
   }
   return out;
 }
 
 HPLPlatform::HostInterfaceType HPLPlatform::getHostInterfaceType(const std::string& text) {
-  for (const auto& entry : kHostInterfaceMap) {
+  for (const auto& entry : HPLHostInterfaceMap) {
     if (entry.first != HOST_INTERFACE_UNKNOWN && HSTStringUtils::iequals(text, entry.second))
       return entry.first;
   }
@@ -108,7 +109,7 @@ HPLPlatform::HostInterfaceType HPLPlatform::getHostInterfaceType(const std::stri
 }
 
 std::string HPLPlatform::getHostInterfaceAsStr(HostInterfaceType value) {
-  for (const auto& entry : kHostInterfaceMap) {
+  for (const auto& entry : HPLHostInterfaceMap) {
     if (entry.first == value) return entry.second;
   }
   return "unknown";
@@ -232,8 +233,7 @@ std::string HPLPlatform::getOclInstPath() const {
 int HPLPlatform::getMemSizeInGb(unsigned int index) const {
   if (memories_.empty()) return 0;
   const std::string& size = memories_.at(index)->getSize();
-  static const std::regex kGigabytes("([0-9]+).*GB", std::regex::ECMAScript);
-  std::string number = std::regex_replace(size, kGigabytes, "$1");
+  std::string number = HPLMemSizeParser::keepGigabyteNumbers(size);
   if (number.empty() || number == size) number = "0";
   return std::stoi(number);
 }

@@ -1,0 +1,99 @@
+// The platform's reads from its own archive: extended metadata and the board
+// repository. They need the archive layer, and are compiled only with it.
+#if defined(ZR_HAVE_HUTZIP)
+
+#include <gtest/gtest.h>
+
+#include <boost/property_tree/ptree.hpp>
+
+#include "HwPartsTestUtil.h"
+#include "host/HEXAll.h"
+#include "host/HUTEnv.h"
+#include "host/HUTFile.h"
+#include "host/HUTZip.h"
+#include "platform/HPLPlatform.h"
+#include "support/TestSupport.h"
+
+using hwparts_test::jsonText;
+
+namespace {
+
+// Points the tool's temporary directory somewhere else for the life of the object.
+class ScopedTmpDir {
+ public:
+  explicit ScopedTmpDir(const std::string& dir) { HUTEnv::instance().setTmpDir(dir); }
+  ~ScopedTmpDir() { HUTEnv::instance().setTmpDir(std::string()); }
+};
+
+}  // namespace
+
+TEST(HPLPlatformArchive, ExtendedMetadataComesFromTheArchiveIntoExtensions) {
+  zr_test::TempDir dir;
+  const std::string archive = dir.file("p.lfa");
+  HUTZip::writeMember(archive, "meta/ext.json", "{\"emu\": {\"kind\": \"hw\"}}");
+  HUTZip::writeMember(archive, "meta/bad.json", "{\"emu\": ");
+  HPLPlatform p;
+  p.setPlatformFile(archive);
+  p.addFile("EXT_META_JSON", "meta/ext.json");
+  EXPECT_EQ("{\"emu\": {\"kind\": \"hw\"}}", p.getExtMetaJsonAsString());
+  const std::string text = jsonText(p);
+  EXPECT_NE(std::string::npos, text.find("\"files\": [\n"
+                                         "        {\n"
+                                         "            \"name\": \"meta\\/ext.json\",\n"
+                                         "            \"type\": \"EXT_META_JSON\"\n"
+                                         "        }\n"
+                                         "    ],\n"
+                                         "    \"extensions\": {\n"
+                                         "        \"emu\": {\n"
+                                         "            \"kind\": \"hw\"\n"
+                                         "        }\n"
+                                         "    },\n"))
+      << text;
+
+  // META_JSON takes precedence; invalid JSON reaches the caller and the
+  // platform then writes nothing.
+  p.addFile("META_JSON", "meta/bad.json");
+  boost::property_tree::ptree tree;
+  EXPECT_THROW(p.getExtMetaJsonAsPtree(tree), HEXDataException);
+  teq_platform::JSONObjectWriter writer;
+  EXPECT_THROW(p.toJSON(writer), HEXDataException);
+  EXPECT_TRUE(writer.empty());
+
+  // A member that is not in the archive reads as nothing.
+  p.removeFileType("META_JSON");
+  p.removeFileType("EXT_META_JSON");
+  p.addFile("META_JSON", "meta/missing.json");
+  EXPECT_EQ("", p.getExtMetaJsonAsString());
+}
+
+TEST(HPLPlatformArchive, BoardRepositoryIsUnpackedIntoTheTemporaryDirectory) {
+  zr_test::TempDir dir;
+  zr_test::TempDir tmp;
+  ScopedTmpDir scoped(tmp.path());
+  const std::string archive = dir.file("p.lfa");
+  HUTZip::writeMember(archive, "repo/boards/u2/board.xml", "<board/>");
+  HUTZip::writeMember(archive, "other/x.txt", "x");
+  HPLPlatform p;
+  p.setPlatformFile(archive);
+  EXPECT_EQ("", p.getBoardRepo());
+  p.addFile("BOARD_REPO_PATH", "repo");
+  EXPECT_EQ(tmp.path() + "/repo", p.getBoardRepo());
+  EXPECT_EQ("<board/>", zr_test::readFile(tmp.path() + "/repo/boards/u2/board.xml"));
+  EXPECT_FALSE(HUTFile::exists(tmp.path() + "/other"));
+
+  HPLPlatform missing;
+  missing.setPlatformFile(archive);
+  missing.addFile("BOARD_REPO_PATH", "absent");
+  EXPECT_EQ("", missing.getBoardRepo());
+
+  // A file that is no archive answers empty as well.
+  const std::string notZip = dir.write("broken.lfa", "not a zip");
+  HPLPlatform broken;
+  broken.setPlatformFile(notZip);
+  broken.addFile("BOARD_REPO_PATH", "repo");
+  broken.addFile("META_JSON", "m.json");
+  EXPECT_EQ("", broken.getBoardRepo());
+  EXPECT_EQ("", broken.getExtMetaJsonAsString());
+}
+
+#endif
