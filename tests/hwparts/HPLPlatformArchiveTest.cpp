@@ -1,6 +1,5 @@
 // The platform's reads from its own archive: extended metadata and the board
-// repository. They need the archive layer, and are compiled only with it.
-#if defined(ZR_HAVE_HUTZIP)
+// repository.
 
 #include <gtest/gtest.h>
 
@@ -96,4 +95,3 @@ TEST(HPLPlatformArchive, BoardRepositoryIsUnpackedIntoTheTemporaryDirectory) {
   EXPECT_EQ("", broken.getExtMetaJsonAsString());
 }
 
-#endif

@@ -20,15 +20,7 @@
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-// The archive layer is a separate host service. The build defines
-// ZR_HAVE_HUTZIP when it is part of the library; without it the archive
-// members below answer as missing.
-#if defined(ZR_HAVE_HUTZIP)
 #include "host/HUTZip.h"
-#define ZR_HPL_HAS_ARCHIVE 1
-#else
-#define ZR_HPL_HAS_ARCHIVE 0
-#endif
 
 namespace {
 
@@ -331,7 +323,6 @@ std::string HPLPlatform::getBoardRepo() const {
   if (archive.empty() || !HUTFile::exists(archive)) return std::string();
   const std::string repoPath = getFile("BOARD_REPO_PATH");
   if (repoPath.empty()) return std::string();
-#if ZR_HPL_HAS_ARCHIVE
   try {
     const std::string tmpDir = HUTEnv::instance().getJUNTmpDir();
     HUTFile::ensureWritableDirectory(tmpDir);
@@ -342,9 +333,6 @@ std::string HPLPlatform::getBoardRepo() const {
     // A damaged archive or an unwritable directory: the query has no answer.
     return std::string();
   }
-#else
-  return std::string();
-#endif
 }
 
 std::string HPLPlatform::extMetaJsonMember_() const {
@@ -355,7 +343,6 @@ std::string HPLPlatform::extMetaJsonMember_() const {
 std::string HPLPlatform::getExtMetaJsonAsString() const {
   const std::string member = extMetaJsonMember_();
   if (member.empty()) return std::string();
-#if ZR_HPL_HAS_ARCHIVE
   std::string content;
   try {
     if (!HUTZip::readMember(getPlatformFile(), member, content)) return std::string();
@@ -363,9 +350,6 @@ std::string HPLPlatform::getExtMetaJsonAsString() const {
     return std::string();
   }
   return content;
-#else
-  return std::string();
-#endif
 }
 
 void HPLPlatform::getExtMetaJsonAsPtree(boost::property_tree::ptree& tree) const {

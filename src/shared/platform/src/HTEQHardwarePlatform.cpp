@@ -18,29 +18,10 @@
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-// Devices, cores and feature ROMs are records of the archive-backed model. The
-// operations that look into them are compiled once their classes are part of
-// the build (the build defines ZR_HW_HAS_...); until then a platform has no
-// device and no feature ROM, and a module file no node id.
-#ifndef ZR_HW_HAS_DEVICES
-#define ZR_HW_HAS_DEVICES 0
-#endif
-#ifndef ZR_HW_HAS_FEATURE_ROMS
-#define ZR_HW_HAS_FEATURE_ROMS 0
-#endif
-#ifndef ZR_HW_HAS_LOADER
-#define ZR_HW_HAS_LOADER 0
-#endif
-#if ZR_HW_HAS_DEVICES
 #include "platform/HPLDevice.h"
-#endif
-#if ZR_HW_HAS_FEATURE_ROMS
 #include "platform/HTEQHardwareFeatureRom.h"
-#endif
-#if ZR_HW_HAS_LOADER
 #include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
-#endif
 
 namespace {
 
@@ -70,9 +51,7 @@ HTEQHardwarePlatform::~HTEQHardwarePlatform() {
   deleteAll(nocConnectivity_);
   deleteAll(busInterfaces_);
   deleteAll(systemClocks_);
-#if ZR_HW_HAS_FEATURE_ROMS
   deleteAll(featureRoms_);
-#endif
   deleteAll(designIpInstances_);
   deleteAll(reconfigPartitions_);
   delete designIds_;
@@ -92,48 +71,36 @@ std::string HTEQHardwarePlatform::getPrettyName() const { return boardId_; }
 HPLDevice* HTEQHardwarePlatform::firstFpgaDevice_() const { return getDevice("fpga0"); }
 
 std::string HTEQHardwarePlatform::getPartName() const {
-#if ZR_HW_HAS_DEVICES
   TEQDeviceVec devices;
   getDevices(devices);
   if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartName();
-#endif
   return std::string();
 }
 
 std::string HTEQHardwarePlatform::getFpgaDevice() const {
-#if ZR_HW_HAS_DEVICES
   TEQDeviceVec devices;
   getDevices(devices);
   if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartDevice();
-#endif
   return std::string();
 }
 
 // The architecture field of the first device's part string, not the whole part.
 std::string HTEQHardwarePlatform::getFpgaPart() const {
-#if ZR_HW_HAS_DEVICES
   TEQDeviceVec devices;
   getDevices(devices);
   if (!devices.empty() && devices.front() != nullptr) return devices.front()->getPartArch();
-#endif
   return std::string();
 }
 
 std::string HTEQHardwarePlatform::getReconfigModuleName() const {
-#if ZR_HW_HAS_DEVICES
   HPLDevice* device = firstFpgaDevice_();
   if (device != nullptr) return device->getCore().getReconfigModuleName();
-#endif
   return std::string();
 }
 
 bool HTEQHardwarePlatform::hasUserDefinedScalableClocks() const {
-#if ZR_HW_HAS_DEVICES
   HPLDevice* device = firstFpgaDevice_();
   return device != nullptr && !device->getSystemClockMap().empty();
-#else
-  return false;
-#endif
 }
 
 const std::string& HTEQHardwarePlatform::getPlatformFile() const { return platformFile_; }
@@ -371,12 +338,8 @@ unsigned int HTEQHardwarePlatform::getMaxInterrupts() const {
 // Feature ROMs
 
 HTEQHardwareFeatureRom* HTEQHardwarePlatform::addFeatureRom() {
-#if ZR_HW_HAS_FEATURE_ROMS
   featureRoms_.push_back(new HTEQHardwareFeatureRom());
   return featureRoms_.back();
-#else
-  return nullptr;
-#endif
 }
 
 HSTFwdIter<HTEQHardwareFeatureRom*>* HTEQHardwarePlatform::createFeatureRomIter() const {
@@ -469,7 +432,6 @@ void HTEQHardwarePlatform::setTILUniqueID(uint32_t v) { designIds_->setTILUnique
 uint32_t HTEQHardwarePlatform::getTILPuID() const { return designIds_->getTILPuID(); }
 void HTEQHardwarePlatform::setTILPuID(uint32_t v) { designIds_->setTILPuID(v); }
 
-#if ZR_HW_HAS_LOADER
 namespace {
 // The platform in a module file; null when the file does not load as one.
 std::shared_ptr<HTEQPlatform> loadModuleFile(const std::string& file) {
@@ -483,17 +445,11 @@ std::shared_ptr<HTEQPlatform> loadModuleFile(const std::string& file) {
   }
 }
 }  // namespace
-#endif
 
 uint32_t HTEQHardwarePlatform::getNodeIDFromLfa(const std::string& file) const {
-#if ZR_HW_HAS_LOADER
   std::shared_ptr<HTEQPlatform> platform = loadModuleFile(file);
   const HTEQHardwarePlatform* hw = platform != nullptr ? platform->getHardwarePlatform() : nullptr;
   return hw != nullptr ? hw->getNodeID() : 0;
-#else
-  (void)file;
-  return 0;
-#endif
 }
 
 bool HTEQHardwarePlatform::isValidRmLfa(const std::string& file) const {
@@ -571,7 +527,6 @@ HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const std::string& name, const 
     if (existing != nullptr) return existing;
   }
   HHSMHwManager::RmFileMap byInstancePath;
-#if ZR_HW_HAS_LOADER && ZR_HW_HAS_DEVICES
   for (const std::string& file : rmFiles) {
     std::shared_ptr<HTEQPlatform> platform = loadModuleFile(file);
     const HTEQHardwarePlatform* hw = platform != nullptr ? platform->getHardwarePlatform() : nullptr;
@@ -580,7 +535,6 @@ HHSMHardwareDb* HTEQHardwarePlatform::createHwDb(const std::string& name, const 
     const std::string instPath = device->getCore().getInstPath();
     if (!instPath.empty()) byInstancePath[instPath] = file;
   }
-#endif
   return manager->createHardwareDb(platformFile_, byInstancePath);
 }
 
@@ -729,7 +683,5 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   addList(writer, "ipParameters", ipParams_);
   addList(writer, "busInterfaces", busInterfaces_);
   addList(writer, "nocConnectivity", nocConnectivity_);
-#if ZR_HW_HAS_FEATURE_ROMS
   addList(writer, "featureRoms", featureRoms_);
-#endif
 }
