@@ -1,0 +1,609 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "CfaXmlReaderTestSupport.h"
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+#include "host/HUTFile.h"
+#include "host/HUTZip.h"
+#include "platform/HPLAddressSegment.h"
+#include "platform/HPLCore.h"
+#include "platform/HPLDevice.h"
+#include "platform/HPLFile.h"
+#include "platform/HPLInterface.h"
+#include "platform/HPLMemory.h"
+#include "platform/HPLPlatform.h"
+#include "platform/HPLPort.h"
+#include "platform/HTEQCfaXmlReader.h"
+#include "platform/HTEQDesignIPInstance.h"
+#include "platform/HTEQHardwareFeatureRom.h"
+
+using cfa_test::CfaDoc;
+using cfa_test::lineOf;
+using cfa_test::makeArchive;
+using cfa_test::readInto;
+using cfa_test::replaced;
+using cfa_test::representativeDoc;
+
+namespace {
+
+// Every element of a model iterator, which the caller owns.
+template <class T>
+std::vector<T> all(HSTFwdIter<T>* iter) {
+  std::unique_ptr<HSTFwdIter<T>> owned(iter);
+  std::vector<T> out;
+  while (owned->hasNext()) out.push_back(owned->next());
+  return out;
+}
+
+// The platform filled from the representative document.
+class CfaXmlReaderMapping : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    archive_ = makeArchive(dir_, representativeDoc().text());
+    ASSERT_TRUE(readInto(archive_, platform_));
+  }
+  zr_test::TempDir dir_;
+  std::string archive_;
+  HPLPlatform platform_;
+};
+
+TEST_F(CfaXmlReaderMapping, IdentityGeneratorAndPlatformFlags) {
+  EXPECT_EQ(platform_.getPlatformFile(), HUTFile::getCanonicalName(archive_));
+  EXPECT_EQ(platform_.getVendor(), "acme");
+  EXPECT_EQ(platform_.getBoardId(), "b1");
+  EXPECT_EQ(platform_.getName(), "plat");
+  EXPECT_EQ(platform_.getVersionMajor(), 3u);
+  EXPECT_EQ(platform_.getVersionMinor(), 4u);
+  EXPECT_EQ(platform_.getDescription(), "d & e");
+  EXPECT_EQ(platform_.getOldFeatureRomTime(), 42u);
+  // Flags are true only for "true" in any case.
+  EXPECT_TRUE(platform_.isDcpFuncStripped());
+  EXPECT_FALSE(platform_.isDcpEncrypt());
+  EXPECT_TRUE(platform_.isUnifiedPlatform());
+  EXPECT_TRUE(platform_.isExpandable());
+  EXPECT_EQ(platform_.getDefaultOutputType(), "xclbin");
+
+  EXPECT_EQ(platform_.getGeneratedName(), "gen");
+  EXPECT_EQ(platform_.getGeneratedVersion(), "2.1");
+  // 4294967298 keeps its low 32 bits.
+  EXPECT_EQ(platform_.getGeneratedChangeList(), 2u);
+  EXPECT_EQ(platform_.getGeneratedTimestamp(), "Mon Jan 1");
+}
+
+TEST_F(CfaXmlReaderMapping, HostAndBuild) {
+  EXPECT_EQ(platform_.getHostArch(), "aarch64");
+  EXPECT_EQ(platform_.getHostInterface(), "axi");
+  EXPECT_EQ(platform_.getPlatformState(), "impl");
+  EXPECT_TRUE(platform_.usesPR());
+  EXPECT_EQ(platform_.getTopModuleName(), "top");
+  EXPECT_EQ(platform_.getAcceleratorBinaryFormat(), "fmt");
+  EXPECT_EQ(platform_.getAcceleratorBinaryContent(), "dcp");
+  // Two commas in a row give an empty value between the others.
+  EXPECT_EQ(platform_.getValidBinaryContentValues(), (std::vector<std::string>{"a", "", "b"}));
+  // Only the values are kept, duplicates included.
+  EXPECT_EQ(platform_.getZuncCompileXpSwitches(), (std::vector<std::string>{"-O3", "-g"}));
+  EXPECT_EQ(platform_.getZuncLinkXpSwitches(), (std::vector<std::string>{"--x", "--x"}));
+}
+
+TEST_F(CfaXmlReaderMapping, BoardWithInterfacesMemoriesConnectorsImagesAndPCIeIds) {
+  const HPLBoard& board = platform_.getReadOnlyBoard();
+  EXPECT_EQ(board.getName(), "brd");
+  EXPECT_EQ(board.getVendor(), "bv");
+  EXPECT_EQ(board.getPart(), "xcu250-figd2104-2L-e");
+  EXPECT_EQ(board.getBoardPart(), "acme:brd:1.0");
+
+  const auto interfaces = all(platform_.createInterfaceIter());
+  ASSERT_EQ(interfaces.size(), 1u);
+  EXPECT_EQ(interfaces[0]->getId(), "int1");
+  EXPECT_EQ(interfaces[0]->getName(), "PCIe");
+  EXPECT_EQ(interfaces[0]->getType(), "gen3x16");
+
+  const auto memories = all(platform_.createMemoryIter());
+  ASSERT_EQ(memories.size(), 2u);
+  EXPECT_EQ(memories[0]->getName(), "ddr0");
+  EXPECT_EQ(memories[0]->getType(), "ddr4");
+  EXPECT_EQ(memories[0]->getSize(), "16GB");
+  EXPECT_EQ(memories[0]->getLowestAddress(), static_cast<uint64_t>(-1));
+  EXPECT_EQ(memories[0]->getHighestAddress(), 4096u);
+  // The memory keeps the parameters its family permits.
+  EXPECT_EQ(memories[0]->getReadOnlyConfigParamMap(), (HPLMemory::ConfigParamMap{{"MEMORY_PART", "mt40"}}));
+  EXPECT_EQ(memories[1]->getName(), "plram");
+  EXPECT_EQ(memories[1]->getLowestAddress(), 0u);
+  EXPECT_EQ(memories[1]->getHighestAddress(), 0u);
+
+  std::vector<HPLBoard::DimmConnector*> connectors;
+  board.getConnectorsVec(connectors);
+  ASSERT_EQ(connectors.size(), 2u);
+  EXPECT_EQ(connectors[0]->getName(), "c0");
+  EXPECT_EQ(connectors[0]->getDisplayName(), "C0");
+  EXPECT_EQ(connectors[0]->getType(), "dimm");
+  EXPECT_EQ(connectors[0]->getConnectedName(), "m0");
+  EXPECT_EQ(connectors[0]->getConnectedDisplayName(), "M0");
+  EXPECT_TRUE(connectors[0]->isConnected());
+  EXPECT_TRUE(connectors[0]->isLocked());
+  // An empty connected name is no connection; "no" is not locked.
+  EXPECT_EQ(connectors[1]->getConnectedDisplayName(), "");
+  EXPECT_FALSE(connectors[1]->isConnected());
+  EXPECT_FALSE(connectors[1]->isLocked());
+
+  // The small-letter "hdpi" image is dropped: image types are matched exactly.
+  EXPECT_EQ(board.getImgFileHdpi(), "h.png");
+  EXPECT_EQ(board.getImgFileMdpi(), "m.png");
+  EXPECT_EQ(board.getImgFileLdpi(), "l.png");
+
+  EXPECT_EQ(board.getPCIeId().getVendor(), "0x10ee");
+  EXPECT_EQ(board.getPCIeId().getDevice(), "0x5000");
+  EXPECT_EQ(board.getPCIeId().getSubsystem(), "0x000e");
+  EXPECT_EQ(board.getPCIeId().getFeatureId(), "0x1");
+  // Drivers are not read into the model.
+  EXPECT_TRUE(all(board.createDriverIter()).empty());
+}
+
+TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
+  const auto devices = all(platform_.createDeviceIter());
+  ASSERT_EQ(devices.size(), 2u);
+  const HPLDevice& fpga = *devices[0];
+  EXPECT_EQ(fpga.getName(), "fpga0");
+  EXPECT_EQ(fpga.getType(), "8");
+  EXPECT_EQ(fpga.getFpgaPart(), "virtex:xcu250:figd2104:-2L:e");
+  EXPECT_EQ(fpga.getPartDevice(), "xcu250");
+  EXPECT_EQ(fpga.getSystemClockMap(), (HPLDevice::ClockMap{{"clk0", "300.0"}, {"clk1", "500"}}));
+  EXPECT_EQ(devices[1]->getName(), "cpu0");
+  EXPECT_EQ(devices[1]->getFpgaPart(), "");
+
+  const HPLCore& core = fpga.getReadOnlyCore();
+  EXPECT_EQ(core.getName(), "OCL_REGION_0");
+  EXPECT_EQ(core.getType(), "clc_region");
+  EXPECT_EQ(core.getNumComputeUnits(), 255);
+  EXPECT_EQ(core.getVlnv(), "v:l:core:1");
+  EXPECT_EQ(core.getInstPath(), "/a");
+  EXPECT_EQ(core.getParentRMInstPath(), "/p");
+  EXPECT_EQ(core.getClockFreq(), "250");
+  EXPECT_EQ(core.getDRBDName(), "bd");
+  // The dynamic region base address is not read.
+  EXPECT_EQ(core.getDRBaseAddress(), "");
+  EXPECT_EQ(core.getReadOnlyConfigParamMap(), (HPLCore::ParamMap{{"k", "v"}, {"k2", "v2"}}));
+
+  const auto ports = all(core.createPortIter());
+  ASSERT_EQ(ports.size(), 2u);
+  const HPLPort& p = *ports[0];
+  EXPECT_EQ(p.getName(), "M_AXI");
+  EXPECT_EQ(p.getType(), "addressable");
+  EXPECT_EQ(p.getMode(), "master");
+  EXPECT_EQ(p.getProtocol(), "axi4");
+  EXPECT_EQ(p.getBase(), "0x0");
+  EXPECT_EQ(p.getRange(), "0x1000");
+  EXPECT_EQ(p.getDataWidth(), "512");
+  EXPECT_EQ(p.getIdWidth(), "4");
+  EXPECT_EQ(p.getUserWidth(), "1");
+  EXPECT_EQ(p.getAddrWidth(), "64");
+  EXPECT_EQ(p.getAddrOffset(), "0x10");
+  EXPECT_EQ(p.getAddrRange(), "0x20");
+  EXPECT_EQ(p.getMaxBurstLength(), "256");
+  EXPECT_EQ(p.getFrequency(), "300");
+  EXPECT_EQ(p.getDirection(), "out");
+  EXPECT_EQ(p.getPolarity(), "high");
+  const auto segments = all(p.createAddressSegmentIter());
+  ASSERT_EQ(segments.size(), 2u);
+  EXPECT_EQ(segments[1]->getName(), "s1");
+  EXPECT_EQ(segments[1]->getBase(), "0x300");
+  EXPECT_EQ(segments[1]->getRange(), "0x400");
+  EXPECT_EQ(segments[1]->getSlaveName(), "mem1");
+  EXPECT_EQ(ports[1]->getName(), "clk");
+  EXPECT_EQ(ports[1]->getMode(), "");
+  EXPECT_TRUE(all(ports[1]->createAddressSegmentIter()).empty());
+
+  // Counts go to the core as text and, as numbers, to the platform; the
+  // register count to the core only.
+  EXPECT_EQ(core.getBRAMCount(), "12");
+  EXPECT_EQ(core.getDSPCount(), "4");
+  EXPECT_EQ(core.getLUTCount(), "100");
+  EXPECT_EQ(core.getRegisterCount(), "200");
+  EXPECT_EQ(platform_.getBRAMCount(), 12);
+  EXPECT_EQ(platform_.getDSPCount(), 4);
+  EXPECT_EQ(platform_.getLUTCount(), 100);
+  // The platform answers the register count from its first core; its own stays 0.
+  EXPECT_EQ(platform_.getRegisterCount(), 200);
+  EXPECT_EQ(platform_.HTEQHardwarePlatform::getRegisterCount(), 0);
+
+  const HPLCore::PBlockResourceMap& pblocks = core.getReadOnlyPBlockToResourceMap();
+  ASSERT_EQ(pblocks.count("pblock_dynamic_region"), 1u);
+  EXPECT_EQ(pblocks.at("pblock_dynamic_region"), (HPLCore::ResourceMap{{"LUT", "10"}, {"BRAM", "3"}}));
+  std::set<std::string> slrs;
+  core.getSLRNames("pblock_dynamic_region", slrs);
+  EXPECT_EQ(slrs, (std::set<std::string>{"SLR0", "SLR1"}));
+  EXPECT_EQ(devices[1]->getReadOnlyCore().getNumComputeUnits(), 0);
+}
+
+TEST_F(CfaXmlReaderMapping, FilesFeatureRomAndDesignIPs) {
+  const auto files = all(platform_.createFileVecIter());
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[0]->getType(), "BIT");
+  EXPECT_EQ(files[0]->getName(), "b.bit");
+  EXPECT_EQ(files[0]->getUsedIn(), "hw");
+  EXPECT_EQ(files[0]->getProcessingOrder(), "2");
+  EXPECT_EQ(files[1]->getName(), "post.tcl");
+  EXPECT_EQ(files[1]->getUsedIn(), "");
+
+  HTEQHardwarePlatform::TEQHardwareFeatureRomVec roms;
+  platform_.getFeatureRoms(roms);
+  ASSERT_EQ(roms.size(), 1u);
+  const HTEQHardwareFeatureRom& rom = *roms[0];
+  EXPECT_EQ(rom.getMajorVersion(), 10);
+  EXPECT_EQ(rom.getMinorVersion(), 1);
+  EXPECT_EQ(rom.getMorwenBuildID(), 4294967295u);
+  EXPECT_EQ(rom.getIPBuildID(), 7u);
+  EXPECT_EQ(rom.getTimeSinceEpoch(), 1600000000u);
+  EXPECT_STREQ(rom.getFPGAPartName(), "xcu250-figd2104-2L-e");
+  // A name longer than the ROM holds is cut to its first 63 bytes.
+  const std::string longName =
+      "acme:brd:plat:3.4_this_name_is_made_long_enough_to_go_beyond_sixty_three_bytes";
+  EXPECT_EQ(std::string(rom.getVBNVName()), longName.substr(0, 63));
+  EXPECT_EQ(rom.getDDRChannelCount(), 4);
+  EXPECT_EQ(rom.getDDRChannelSize(), 16);
+  EXPECT_EQ(rom.getDRBaseAddress(), 18446744073709551615u);
+  EXPECT_EQ(rom.getFeatureBitMap(), 3u);
+  EXPECT_EQ(rom.getUUIDAsString(), "01234567-89ab-cdef-0123-456789abcdef");
+  EXPECT_EQ(rom.getCDMABaseAddress(0), 1u);
+  EXPECT_EQ(rom.getCDMABaseAddress(1), 0u);
+  EXPECT_EQ(rom.getCDMABaseAddress(2), 3u);
+  EXPECT_EQ(rom.getCDMABaseAddress(3), 0u);
+  EXPECT_EQ(rom.getMaxTempLimit(), 90);
+  EXPECT_EQ(rom.getMaxPowerLimit(), 0);
+
+  const auto ips = all(platform_.createDesignIPInstanceIter());
+  ASSERT_EQ(ips.size(), 2u);
+  EXPECT_EQ(ips[0]->getInstanceName(), "ip0");
+  EXPECT_EQ(ips[0]->getVLNV(), "v:l:n:1");
+  HTEQDesignIPInstance::ConfigMap config;
+  ips[0]->getConfigParamMap(config);
+  EXPECT_EQ(config, (HTEQDesignIPInstance::ConfigMap{{"P", "1"}, {"Q", "2"}}));
+  ips[1]->getConfigParamMap(config);
+  EXPECT_TRUE(config.empty());
+}
+
+TEST(CfaXmlReaderDefaults, AbsentOptionalPartsLeaveTheModelAtItsDefaults) {
+  zr_test::TempDir dir;
+  HPLPlatform platform;
+  platform.setBRAMCount(9);
+  CfaDoc doc;
+  // An empty BRAM count leaves the platform's own as it was.
+  doc.devices = R"(<Device Name="d" Type="t"><Core Name="c" Type="t" ComputeUnits="1">)"
+                R"(<Core><AvailableResources LUT="5" REG="" BRAM="" DSP=""/></Core></Core></Device>)";
+  ASSERT_TRUE(readInto(makeArchive(dir, doc.text()), platform));
+
+  EXPECT_EQ(platform.getBRAMCount(), 9);
+  EXPECT_EQ(platform.getLUTCount(), 5);
+  EXPECT_EQ(platform.getGeneratedName(), "");
+  EXPECT_EQ(platform.getGeneratedTimestamp(), "");
+  EXPECT_EQ(platform.getGeneratedChangeList(), 0u);
+  EXPECT_EQ(platform.getOldFeatureRomTime(), 0u);
+  EXPECT_EQ(platform.getDefaultOutputType(), "unknown");
+  EXPECT_EQ(platform.getHostArch(), "unknown");
+  EXPECT_EQ(platform.getPlatformState(), "");
+  EXPECT_EQ(platform.getAcceleratorBinaryFormat(), "rovapk2");
+  EXPECT_EQ(platform.getAcceleratorBinaryContent(), "bitstream");
+  EXPECT_EQ(platform.getValidBinaryContentValues(), (std::vector<std::string>{"dcp", "bitstream"}));
+  EXPECT_FALSE(platform.isDcpFuncStripped());
+  EXPECT_FALSE(platform.isUnifiedPlatform());
+  EXPECT_EQ(platform.getReadOnlyBoard().getBoardPart(), "");
+  EXPECT_EQ(platform.getReadOnlyBoard().getPCIeId().getVendor(), "");
+  EXPECT_FALSE(platform.hasDimmConnectors());
+  // A board without interfaces gets none.
+  EXPECT_TRUE(all(platform.createInterfaceIter()).empty());
+  EXPECT_TRUE(all(platform.createMemoryIter()).empty());
+  EXPECT_TRUE(all(platform.createFileVecIter()).empty());
+  EXPECT_TRUE(all(platform.createDesignIPInstanceIter()).empty());
+  HTEQHardwarePlatform::TEQHardwareFeatureRomVec roms;
+  platform.getFeatureRoms(roms);
+  EXPECT_TRUE(roms.empty());
+}
+
+TEST(CfaXmlReaderBuild, StaticSynthCheckpointMakesTheStateSynthWhateverItsValue) {
+  zr_test::TempDir dir;
+  for (const std::string attrs :
+       {R"(StaticSynthCheckpoint="")", R"(PlatformState="impl" StaticSynthCheckpoint="x")"}) {
+    CfaDoc doc;
+    doc.buildAttrs = attrs;
+    HPLPlatform platform;
+    ASSERT_TRUE(readInto(makeArchive(dir, doc.text()), platform)) << attrs;
+    EXPECT_EQ(platform.getPlatformState(), "synth") << attrs;
+  }
+}
+
+// ---- Design intent ----
+
+struct IntentCase {
+  const char* buildAttrs;
+  bool dataCenter;
+  bool usesPR;  // the platform's flag after the read; true is the model's default
+};
+
+class CfaXmlReaderDesignIntent : public ::testing::TestWithParam<IntentCase> {};
+
+TEST_P(CfaXmlReaderDesignIntent, FollowsUsesPR) {
+  const IntentCase& c = GetParam();
+  zr_test::TempDir dir;
+  CfaDoc doc;
+  doc.buildAttrs = c.buildAttrs;
+  HPLPlatform platform;
+  ASSERT_TRUE(readInto(makeArchive(dir, doc.text()), platform));
+  const HTEQDesignIntentStorage& intent = platform.getDesignIntent();
+  // A design with partial reconfiguration is a hosted data-center card; any
+  // other is embedded.
+  EXPECT_EQ(intent.getDataCenter(), c.dataCenter);
+  EXPECT_EQ(intent.getExternalHost(), c.dataCenter);
+  EXPECT_EQ(intent.getServerManaged(), c.dataCenter);
+  EXPECT_EQ(intent.getEmbedded(), !c.dataCenter);
+  // The values are computed, so a later explicit value still wins.
+  EXPECT_FALSE(intent.isExplicit(HTEQDesignIntentStorage::dataCenter));
+  EXPECT_FALSE(intent.isExplicit(HTEQDesignIntentStorage::embedded));
+  EXPECT_EQ(platform.usesPR(), c.usesPR);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    UsesPRValues, CfaXmlReaderDesignIntent,
+    ::testing::Values(IntentCase{R"(UsesPR="true")", true, true}, IntentCase{R"(UsesPR="TRUE")", true, true},
+                      IntentCase{"", false, true}, IntentCase{R"(UsesPR="false")", false, false},
+                      IntentCase{R"(UsesPR="yes")", false, false}, IntentCase{R"(UsesPR="")", false, false}));
+
+// ---- Expandable and unified ----
+
+struct ExpandableCase {
+  const char* fixedAttr;
+  std::vector<std::string> members;
+  bool expandable;
+};
+
+class CfaXmlReaderExpandable : public ::testing::TestWithParam<ExpandableCase> {};
+
+TEST_P(CfaXmlReaderExpandable, FixedFlagOrTheArchiveDecides) {
+  const ExpandableCase& c = GetParam();
+  zr_test::TempDir dir;
+  CfaDoc doc;
+  doc.cfaAttrs += c.fixedAttr;
+  std::vector<std::pair<std::string, std::string>> members;
+  for (const std::string& m : c.members) members.emplace_back(m, "<x/>");
+  HPLPlatform platform;
+  platform.setExpandable(!c.expandable);
+  ASSERT_TRUE(readInto(makeArchive(dir, doc.text(), members), platform));
+  EXPECT_EQ(platform.isExpandable(), c.expandable);
+}
+
+INSTANTIATE_TEST_SUITE_P(FixedAndMembers, CfaXmlReaderExpandable,
+                         ::testing::Values(ExpandableCase{R"( Fixed="true")", {}, false},
+                                           ExpandableCase{R"( Fixed="True")", {}, false},
+                                           ExpandableCase{R"( Fixed="false")", {"hwdef.xml"}, true},
+                                           ExpandableCase{R"( Fixed="")", {"sysdef.xml"}, true},
+                                           ExpandableCase{"", {"hwdef.xml"}, false},
+                                           ExpandableCase{"", {"sysdef.xml"}, false},
+                                           ExpandableCase{"", {"hw/hwdef.xml"}, true},
+                                           ExpandableCase{"", {}, true}));
+
+// ---- Version of the format ----
+
+TEST(CfaXmlReaderVersion, ANewerMajorVersionIsRefusedWithItsSentence) {
+  cfa_test::ScopedToolVersion version(2026, 1, "2026.1 (build 77)");
+  zr_test::TempDir dir;
+  CfaDoc doc;
+  doc.rootAttrs = R"(VersionMajor="2" VersionMinor="0")";
+  const std::string archive = makeArchive(dir, doc.text());
+  HPLPlatform platform;
+  ComMsgCapture cap;
+  std::string error;
+  EXPECT_FALSE(readInto(archive, platform, &error));
+
+  const std::string sentence = "Hardware Platform '" + archive +
+                               "' (version 2) is newer than the current version 1 (2026.1 (build 77))";
+  EXPECT_EQ(error, sentence);
+  const ComMsg* msg = cap.find("@74-52@%s");
+  ASSERT_NE(msg, nullptr);
+  EXPECT_EQ(msg->args, std::vector<std::string>{sentence});
+  EXPECT_EQ(msg->mask, ComMsgMask::kError);
+  EXPECT_EQ(msg->module, "platform");
+  EXPECT_EQ(cap.messages().size(), 1u);
+  // Nothing of the document reached the model.
+  EXPECT_EQ(platform.getVendor(), "");
+}
+
+TEST(CfaXmlReaderVersion, PreSynthOpensAnyVersionAndTheMinorNeverCounts) {
+  zr_test::TempDir dir;
+  struct Case {
+    const char* rootAttrs;
+    const char* buildAttrs;
+    bool ok;
+  };
+  const Case cases[] = {
+      {R"(VersionMajor="2" VersionMinor="0")", R"(PlatformState="pre_synth")", true},
+      {R"(VersionMajor="7" VersionMinor="0")", R"(PlatformState="PRE_SYNTH")", true},
+      {R"(VersionMajor="2" VersionMinor="0")", R"(PlatformState="synth")", false},
+      {R"(VersionMajor="1" VersionMinor="4294967295")", "", true},
+      {R"(VersionMajor="0" VersionMinor="99")", "", true},
+      // Compared as signed numbers, the largest value reads as -1.
+      {R"(VersionMajor="4294967295" VersionMinor="0")", "", true},
+      {R"(VersionMajor="2147483648" VersionMinor="0")", "", true},
+      {R"(VersionMajor="2147483647" VersionMinor="0")", "", false},
+  };
+  for (const Case& c : cases) {
+    CfaDoc doc;
+    doc.rootAttrs = c.rootAttrs;
+    doc.buildAttrs = c.buildAttrs;
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    EXPECT_EQ(readInto(makeArchive(dir, doc.text()), platform), c.ok) << c.rootAttrs << " " << c.buildAttrs;
+    EXPECT_EQ(cap.has("@74-52@%s"), !c.ok) << c.rootAttrs;
+    EXPECT_EQ(platform.getVendor(), c.ok ? "v" : "") << c.rootAttrs;
+  }
+}
+
+TEST(CfaXmlReaderVersion, GetRootVersionReportsTheFormatVersionOrFails) {
+  zr_test::TempDir dir;
+  CfaDoc doc;
+  doc.rootAttrs = R"(VersionMajor="2" VersionMinor="17")";
+  HPLPlatform platform;
+  HTEQCfaXmlReader reader(makeArchive(dir, doc.text()), &platform);
+  int major = 0;
+  int minor = 0;
+  ASSERT_TRUE(reader.getRootVersion(major, minor));
+  EXPECT_EQ(major, 2);
+  EXPECT_EQ(minor, 17);
+
+  const std::string broken =
+      makeArchive(dir, replaced(doc.text(), R"( VersionMinor="17")", ""), {}, "broken.lfa");
+  HTEQCfaXmlReader brokenReader(broken, &platform);
+  ComMsgCapture cap;
+  major = minor = -5;
+  EXPECT_FALSE(brokenReader.getRootVersion(major, minor));
+  EXPECT_EQ(major, -5);
+  const ComMsg* msg = cap.find("@74-62@%s%s%d");
+  ASSERT_NE(msg, nullptr);
+  // The member is named after the archive's own extension.
+  EXPECT_EQ(msg->args.at(1), broken + "/lfa.xml");
+  EXPECT_EQ(msg->args.at(2), "2");
+}
+
+// ---- Failures ----
+
+struct ViolationCase {
+  const char* kind;
+  std::string doc;
+  std::string lineOfThis;  // text on the line the failure names
+};
+
+std::vector<ViolationCase> violationCases() {
+  const std::string minimal = CfaDoc().text();
+  const std::string full = representativeDoc().text();
+  return {
+      {"root element", replaced(replaced(minimal, "<Root ", "<Top "), "</Root>", "</Top>"), "<Top "},
+      {"root namespace", replaced(minimal, "<Root ", R"(<Root xmlns="urn:x" )"), "<Root "},
+      {"required attribute", replaced(minimal, R"( Vendor="v")", ""), "<CFA "},
+      {"required root attribute", replaced(minimal, R"( VersionMinor="15")", ""), "<Root "},
+      {"required attribute deep", replaced(full, R"( Slave="mem1")", ""), R"(Name="s1")"},
+      // A missing child is reported at the element that lacks it.
+      {"required child", replaced(minimal, "<Images/>", ""), "<Board "},
+      {"required device", replaced(minimal, CfaDoc().devices, ""), "<Devices>"},
+      {"out of order", replaced(minimal, "</Build>\n", "</Build>\n    <Host Architecture=\"x86_64\"/>\n"),
+       "<Host Architecture"},
+      {"not an integer", replaced(minimal, R"(ComputeUnits="1")", R"(ComputeUnits="one")"), "ComputeUnits"},
+      {"below the minimum", replaced(full, R"(CL="4294967298")", R"(CL="-1")"), "<GenAppInfo"},
+      {"above the maximum", replaced(minimal, R"(ComputeUnits="1")", R"(ComputeUnits="256")"),
+       "ComputeUnits"},
+      {"unknown attribute", replaced(minimal, "<Images/>", R"(<Images Size="2"/>)"), "<Images"},
+      {"unknown element", replaced(minimal, "<Images/>", "<Images/><Extra/>"), "<Extra/>"},
+  };
+}
+
+TEST(CfaXmlReaderFailure, EveryViolationKindIsReportedWithItsLine) {
+  zr_test::TempDir dir;
+  int n = 0;
+  for (const ViolationCase& c : violationCases()) {
+    const std::string archive = makeArchive(dir, c.doc, {}, "v" + std::to_string(n++) + ".cfa");
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    std::string error;
+    EXPECT_FALSE(readInto(archive, platform, &error)) << c.kind;
+    const ComMsg* msg = cap.find("@74-62@%s%s%d");
+    ASSERT_NE(msg, nullptr) << c.kind;
+    EXPECT_EQ(msg->mask, ComMsgMask::kCriticalWarning) << c.kind;
+    ASSERT_EQ(msg->args.size(), 3u) << c.kind;
+    EXPECT_EQ(msg->args[0], error) << c.kind;
+    EXPECT_FALSE(error.empty()) << c.kind;
+    EXPECT_EQ(msg->args[1], archive + "/cfa.xml") << c.kind;
+    const int expectedLine = lineOf(c.doc, c.lineOfThis);
+    EXPECT_EQ(msg->args[2], std::to_string(expectedLine)) << c.kind << "\n" << error;
+    EXPECT_EQ(cap.messages().size(), 1u) << c.kind;
+  }
+}
+
+TEST(CfaXmlReaderFailure, AMissingOrDamagedMemberFailsAsAParseError) {
+  zr_test::TempDir dir;
+  // The archive holds the document under another name only.
+  const std::string archive = dir.file("other.cfa");
+  HUTZip::writeMember(archive, "lfa.xml", CfaDoc().text());
+  const std::string notZip = dir.write("plain.cfa", CfaDoc().text());
+  for (const std::string& file : {archive, notZip}) {
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    EXPECT_FALSE(readInto(file, platform)) << file;
+    const ComMsg* msg = cap.find("@74-62@%s%s%d");
+    ASSERT_NE(msg, nullptr) << file;
+    ASSERT_EQ(msg->args.size(), 3u);
+    EXPECT_FALSE(msg->args[0].empty());
+    EXPECT_EQ(msg->args[1], file + "/cfa.xml");
+    // The platform file was named before the member was read.
+    EXPECT_EQ(platform.getPlatformFile(), HUTFile::getCanonicalName(file));
+  }
+}
+
+TEST(CfaXmlReaderFailure, ModelRefusalsAreReportedAsReadFailures) {
+  zr_test::TempDir dir;
+  const CfaDoc base = representativeDoc();
+  struct Case {
+    const char* what;
+    std::string doc;
+  };
+  const Case cases[] = {
+      {"device part of two fields", replaced(base.text(), "virtex:xcu250:figd2104:-2L:e", "xc:u250")},
+      {"design IP parameter given twice", replaced(base.text(), R"(Name="Q")", R"(Name="P")")},
+      {"UUID that is none", replaced(base.text(), "01234567-89ab-cdef-0123-456789abcdef", "not-a-uuid")},
+  };
+  for (const Case& c : cases) {
+    const std::string archive = makeArchive(dir, c.doc);
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    std::string error;
+    EXPECT_FALSE(readInto(archive, platform, &error)) << c.what;
+    const ComMsg* msg = cap.find("@74-65@%s%s%s");
+    ASSERT_NE(msg, nullptr) << c.what;
+    EXPECT_EQ(msg->mask, ComMsgMask::kCriticalWarning);
+    EXPECT_EQ(msg->args, (std::vector<std::string>{"cfa.xml", archive, error})) << c.what;
+    EXPECT_FALSE(error.empty()) << c.what;
+    // What was filled before the failure stays in the platform.
+    EXPECT_EQ(platform.getVendor(), "acme") << c.what;
+  }
+
+  // A reader given no platform fails the same way instead of crashing.
+  const std::string archive = makeArchive(dir, CfaDoc().text());
+  HTEQCfaXmlReader reader(archive, nullptr);
+  ComMsgCapture cap;
+  EXPECT_FALSE(reader.parseCFA());
+  EXPECT_TRUE(cap.has("@74-65@%s%s%s"));
+  int major = 0;
+  int minor = 0;
+  EXPECT_FALSE(reader.getRootVersion(major, minor));
+}
+
+TEST(CfaXmlReaderFailure, TheConstructorRefusesAnEmptyOrMissingPath) {
+  zr_test::TempDir dir;
+  HPLPlatform platform;
+  EXPECT_THROW(HTEQCfaXmlReader("", &platform), HEXFileNotFoundException);
+  try {
+    HTEQCfaXmlReader reader(dir.file("missing.cfa"), &platform);
+    FAIL() << "no exception";
+  } catch (const HEXFileNotFoundException& e) {
+    EXPECT_EQ(e.getFileName(), dir.file("missing.cfa"));
+  }
+}
+
+TEST(CfaXmlReaderFailure, NoCutOfAValidDocumentCrashes) {
+  zr_test::TempDir dir;
+  const std::string full = representativeDoc().text();
+  const std::string archive = dir.file("cut.cfa");
+  int failures = 0;
+  for (std::size_t size = 0; size < full.size(); size += 37) {
+    HUTZip::writeMember(archive, "cfa.xml", full.substr(0, size));
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    if (!readInto(archive, platform)) ++failures;
+    EXPECT_LE(cap.messages().size(), 1u);
+  }
+  // Every cut loses the closing tags, so none can be read.
+  EXPECT_EQ(failures, static_cast<int>((full.size() + 36) / 37));
+}
+
+}  // namespace
