@@ -1,0 +1,71 @@
+#include "TEQEmulationLMX.h"
+
+#include <fstream>
+
+#include "XmlRecordIO.h"
+#include "ZrXml.h"
+#include "host/HEXAll.h"
+
+ZR_XML_DECLARE_SCHEMA(emulation)
+
+namespace TEQEmulation {
+
+#define TEQEMU_DEFINE_OCCURS_OK(Record)                                \
+  bool Record::IsOccursOk(std::string* why) const {                    \
+    return ::zr_xml_record::OccursChecker::check(#Record, *this, why); \
+  }
+TEQEMU_DEFINE_OCCURS_OK(File)
+TEQEMU_DEFINE_OCCURS_OK(Files)
+TEQEMU_DEFINE_OCCURS_OK(Emulation)
+TEQEMU_DEFINE_OCCURS_OK(Emulations)
+TEQEMU_DEFINE_OCCURS_OK(Root)
+#undef TEQEMU_DEFINE_OCCURS_OK
+
+namespace {
+
+void fillFrom(Root& target, const zr_xml::Document& doc) {
+  const zr_xml::Node top = doc.root();
+  // The schema admits no other top element; this guards the record all the same.
+  if (top.name() != "Root" || !top.nsUri().empty())
+    throw HXMLException("the document element is not 'Root' in no namespace", top.line());
+  Root parsed;
+  zr_xml_record::RecordReader::read(top, parsed);
+  target.Swap(parsed);
+}
+
+std::string marshalText(const Root& root) {
+  std::string why;
+  if (!root.IsOccursOk(&why)) throw HXMLException("cannot write the emulation XML document: " + why, 0);
+  zr_xml::Builder builder("Root");
+  zr_xml_record::RecordWriter::write(builder.root(), root);
+  builder.validate(ZR_XML_SCHEMA(emulation));
+  return builder.toString();
+}
+
+}  // namespace
+
+void Root::Unmarshal(const char* buffer, std::size_t length, const std::string& name) {
+  if (buffer == nullptr && length != 0) throw HXMLException("no document buffer was given", 0);
+  fillFrom(*this, zr_xml::Document::parseMemory(buffer ? std::string(buffer, length) : std::string(), name,
+                                                ZR_XML_SCHEMA(emulation)));
+}
+
+void Root::Unmarshal(const std::string& path) {
+  fillFrom(*this, zr_xml::Document::parseFile(path, ZR_XML_SCHEMA(emulation)));
+}
+
+void Root::Marshal(const std::string& path) const {
+  const std::string text = marshalText(*this);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) throw HXMLException("cannot open '" + path + "' for writing", 0);
+  file << text;
+  file.close();
+  if (!file) throw HXMLException("cannot write '" + path + "'", 0);
+}
+
+void Root::Marshal(std::string* out) const {
+  if (out == nullptr) throw HXMLException("no target string to write the emulation XML document into", 0);
+  *out = marshalText(*this);
+}
+
+}  // namespace TEQEmulation
