@@ -88,6 +88,9 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
   void parseCore_(HPLCore& core, const BasePlatform::Core& record);
   void parsePort_(HPLPort& port, const BasePlatform::Port& record);
   void parseFiles_(const BasePlatform::Files& files);
+  // A member of type EMU_XML: turns hardware emulation on when it lists an
+  // emulation hpfm. A member that cannot be read fails the parse.
+  void parseEmuXmlMember_(const std::string& member);
   void parseFeatureRom_(const BasePlatform::FeatureRom& record);
   void parseDesignIPs_(const BasePlatform::DesignIPs& designIPs);
 

@@ -316,6 +316,58 @@ TEST(CfaXmlReaderBuild, StaticSynthCheckpointMakesTheStateSynthWhateverItsValue)
   }
 }
 
+// ---- Emulation metadata listed among the files ----
+
+// An emulation metadata document with one emulation holding files of these types.
+std::string emulationXml(const std::vector<std::string>& fileTypes) {
+  std::string files;
+  for (const std::string& type : fileTypes) files += "<File Type=\"" + type + "\" Name=\"emu/x\"/>";
+  return "<?xml version=\"1.0\"?>\n<Root VersionMajor=\"1\" VersionMinor=\"0\"><Emulations>"
+         "<Emulation Name=\"hw_emu\"><Files>" +
+         files + "</Files></Emulation></Emulations></Root>\n";
+}
+
+TEST(CfaXmlReaderEmulation, AnEmulationHpfmTurnsHardwareEmulationOn) {
+  zr_test::TempDir dir;
+  struct Case {
+    const char* fileType;  // type of the file entry in the CFA document
+    std::vector<std::string> emulationFiles;
+    bool supports;
+  };
+  const Case cases[] = {
+      {"EMU_XML", {"TOP_BD", "EMU_HPFM"}, true},
+      {"emu_xml", {"emu_hpfm"}, true},
+      {"EMU_XML", {"TOP_BD"}, false},
+      {"EMU_JSON", {"EMU_HPFM"}, false},
+  };
+  for (const Case& c : cases) {
+    CfaDoc doc;
+    doc.files = std::string("<File Type=\"") + c.fileType + R"(" Name="emu/emu.xml"/>)";
+    HPLPlatform platform;
+    ASSERT_TRUE(
+        readInto(makeArchive(dir, doc.text(), {{"emu/emu.xml", emulationXml(c.emulationFiles)}}), platform))
+        << c.fileType;
+    EXPECT_EQ(platform.supportsHWEmulation(), c.supports) << c.fileType;
+    EXPECT_EQ(platform.getFile(c.fileType), "emu/emu.xml");
+  }
+
+  // Emulation metadata that cannot be read fails the whole read.
+  for (const std::string& member : {std::string(), std::string("<Root/>")}) {
+    CfaDoc doc;
+    doc.files = R"(<File Type="EMU_XML" Name="emu/emu.xml"/>)";
+    std::vector<std::pair<std::string, std::string>> members;
+    if (!member.empty()) members.emplace_back("emu/emu.xml", member);
+    const std::string archive = makeArchive(dir, doc.text(), members, member.empty() ? "a.cfa" : "b.cfa");
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    EXPECT_FALSE(readInto(archive, platform)) << member;
+    const ComMsg* msg = cap.find("@74-65@%s%s%s");
+    ASSERT_NE(msg, nullptr) << member;
+    EXPECT_EQ(msg->args.at(0), "cfa.xml");
+    EXPECT_FALSE(platform.supportsHWEmulation());
+  }
+}
+
 // ---- Design intent ----
 
 struct IntentCase {

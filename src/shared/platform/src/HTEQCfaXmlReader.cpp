@@ -31,6 +31,10 @@
 #include "platform/HPLPort.h"
 #include "platform/HTEQDesignIPInstance.h"
 #include "platform/HTEQDesignIntentStorage.h"
+#include "platform/HTEQEmulation.h"
+#include "platform/HTEQEmulationFile.h"
+#include "platform/HTEQEmulationXMLReader.h"
+#include "platform/HTEQEmulations.h"
 #include "platform/HTEQHardwareFeatureRom.h"
 
 namespace {
@@ -435,6 +439,19 @@ void HTEQCfaXmlReader::parseFiles_(const BasePlatform::Files& files) {
     HPLFile* file = platform_->addFile(type, name);
     setIfSet(*file, &HPLFile::setProcessingOrder, record.IssetProcessingOrder(), record.GetProcessingOrder());
     setIfSet(*file, &HPLFile::setUsedIn, record.IssetUsedIn(), record.GetUsedIn());
+    if (HSTStringUtils::iequals(type, "EMU_XML")) parseEmuXmlMember_(name);
+  }
+}
+
+void HTEQCfaXmlReader::parseEmuXmlMember_(const std::string& member) {
+  // The emulation metadata is read only to learn whether it brings an
+  // emulation hpfm; the platform supports hardware emulation then.
+  HTEQEmulations emulations;
+  HTEQEmulationXMLReader::parseFromCfa(file_, member, &emulations);
+  for (const HTEQEmulation* emulation : emulations.getEmulations()) {
+    for (const HTEQEmulationFile* file : emulation->getFiles()) {
+      if (HSTStringUtils::iequals(file->getType(), "EMU_HPFM")) platform_->setSupportsHWEmulation(true);
+    }
   }
 }
 
