@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,6 +22,8 @@
 #include "platform/HTEQCfaXmlReader.h"
 #include "platform/HTEQDesignIPInstance.h"
 #include "platform/HTEQHardwareFeatureRom.h"
+#include "platform/HTEQPlatform.h"
+#include "platform/PlatformLoader.h"
 
 using cfa_test::CfaDoc;
 using cfa_test::lineOf;
@@ -376,6 +379,8 @@ struct IntentCase {
   bool usesPR;  // the platform's flag after the read; true is the model's default
 };
 
+std::ostream& operator<<(std::ostream& out, const IntentCase& c) { return out << "Build " << c.buildAttrs; }
+
 class CfaXmlReaderDesignIntent : public ::testing::TestWithParam<IntentCase> {};
 
 TEST_P(CfaXmlReaderDesignIntent, FollowsUsesPR) {
@@ -411,6 +416,12 @@ struct ExpandableCase {
   std::vector<std::string> members;
   bool expandable;
 };
+
+std::ostream& operator<<(std::ostream& out, const ExpandableCase& c) {
+  out << "CFA" << c.fixedAttr << " with";
+  for (const std::string& m : c.members) out << " " << m;
+  return out;
+}
 
 class CfaXmlReaderExpandable : public ::testing::TestWithParam<ExpandableCase> {};
 
@@ -656,6 +667,30 @@ TEST(CfaXmlReaderFailure, NoCutOfAValidDocumentCrashes) {
   }
   // Every cut loses the closing tags, so none can be read.
   EXPECT_EQ(failures, static_cast<int>((full.size() + 36) / 37));
+}
+
+// ---- Through the loader ----
+
+TEST(CfaXmlReaderLoader, ALoneArchiveWithoutJsonLoadsThroughTheXmlMember) {
+  zr_test::TempDir dir;
+  const std::string good = makeArchive(dir, representativeDoc().text(), {}, "good.cfa");
+  teq_platform::PlatformLoader loader(good, teq_platform::PlatformLoader::Default);
+  const std::shared_ptr<HTEQPlatform> platform = loader.load();
+  ASSERT_NE(platform, nullptr);
+  ASSERT_NE(platform->getHardwarePlatform(), nullptr);
+  EXPECT_EQ(platform->getHardwarePlatform()->getVendor(), "acme");
+  EXPECT_EQ(platform->getHardwarePlatform()->getPlatformFile(), HUTFile::getCanonicalName(good));
+
+  CfaDoc refused;
+  refused.rootAttrs = R"(VersionMajor="3" VersionMinor="0")";
+  const std::string newer = makeArchive(dir, refused.text(), {}, "newer.cfa");
+  teq_platform::PlatformLoader refusing(newer, teq_platform::PlatformLoader::Default);
+  ComMsgCapture cap;
+  EXPECT_EQ(refusing.load(), nullptr);
+  EXPECT_TRUE(cap.has("@74-52@%s"));
+  const ComMsg* msg = cap.find("@74-60@%s");
+  ASSERT_NE(msg, nullptr);
+  EXPECT_EQ(msg->args, std::vector<std::string>{"Failed to parse Hardware Platform metadata file"});
 }
 
 }  // namespace
