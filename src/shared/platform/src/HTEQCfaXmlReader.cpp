@@ -8,6 +8,7 @@
 #include <exception>
 #include <ios>
 #include <memory>
+#include <vector>
 
 #include "TEQCfaXmlLMX.h"
 #include "host/ComMsgMgr.h"
@@ -77,9 +78,10 @@ bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& conte
   boost::iostreams::filtering_istream in;
   in.push(source);
   // A damaged member stops the read with badbit; what was read so far is dropped.
-  char buffer[65536];
-  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-    content.append(buffer, static_cast<std::size_t>(in.gcount()));
+  // The buffer lives on the heap: a host may call in on a thread with a small stack.
+  std::vector<char> buffer(64 * 1024);
+  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0) {
+    content.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
     if (!in) break;
   }
   if (in.bad()) {
