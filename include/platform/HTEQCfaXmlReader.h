@@ -88,6 +88,9 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
   void parseCore_(HPLCore& core, const BasePlatform::Core& record);
   void parsePort_(HPLPort& port, const BasePlatform::Port& record);
   void parseFiles_(const BasePlatform::Files& files);
+  // A member of type HPFM: its text fills the platform through the hpfm reader.
+  // A member that does not parse is reported on standard output and skipped.
+  void parseHpfmMember_(const std::string& member);
   // A member of type EMU_XML: turns hardware emulation on when it lists an
   // emulation hpfm. A member that cannot be read fails the parse.
   void parseEmuXmlMember_(const std::string& member);

@@ -319,6 +319,82 @@ TEST(CfaXmlReaderBuild, StaticSynthCheckpointMakesTheStateSynthWhateverItsValue)
   }
 }
 
+// ---- The hpfm listed among the files ----
+
+// A small hardware platform file with this description and fixed resource counts.
+std::string hpfmText(const std::string& description) {
+  return R"(<?xml version="1.0" encoding="UTF-8"?>
+<kp:repository xmlns:kp="urn:teq:hpfm" kp:name="repo" kp:library="lib" kp:version="1.0" kp:vendor="acme">
+  <kp:component kp:name="shell" kp:library="lib" kp:version="2.0" kp:vendor="acme" kp:type="platform" )"
+         R"(kp:BRAM="10" kp:DSP="20" kp:FF="30" kp:LUT="40">
+    <kp:platformInfo>
+      <kp:deviceInfo kp:architecture="arch" kp:device="dev" kp:package="pkg" kp:speedGrade="-2"/>
+      <kp:description>)" +
+         description + R"(</kp:description>
+      <kp:systemClocks kp:defaultClock="0"/>
+    </kp:platformInfo>
+  </kp:component>
+</kp:repository>
+)";
+}
+
+// A document that says the platform is fixed and not unified, listing an hpfm of this type.
+std::string docWithHpfm(const std::string& type) {
+  CfaDoc doc;
+  doc.cfaAttrs += R"( Unified="false" Fixed="true")";
+  doc.files = R"(<File Type=")" + type + R"(" Name="hw/shell.hpfm"/>)";
+  return doc.text();
+}
+
+TEST(CfaXmlReaderHpfm, AnHpfmThatParsesFillsThePlatformAndMakesItUnifiedAndExpandable) {
+  zr_test::TempDir dir;
+  const std::string hpfm = hpfmText("From the hpfm");
+  // The type is compared without regard to case.
+  for (const std::string type : {"HPFM", "hpfm"}) {
+    const std::string archive = makeArchive(dir, docWithHpfm(type), {{"hw/shell.hpfm", hpfm}});
+    HPLPlatform platform;
+    testing::internal::CaptureStdout();
+    const bool ok = readInto(archive, platform);
+    const std::string out = testing::internal::GetCapturedStdout();
+    ASSERT_TRUE(ok) << type;
+    EXPECT_EQ(out, "") << type;
+    EXPECT_TRUE(platform.isUnifiedPlatform()) << type;
+    EXPECT_TRUE(platform.isExpandable()) << type;
+    EXPECT_EQ(platform.getHpfmString(), hpfm);
+    // The hpfm's description replaces the document's; its counts come after the core's.
+    EXPECT_EQ(platform.getDescription(), "From the hpfm");
+    EXPECT_EQ(platform.getFFCount(), 30);
+    EXPECT_EQ(platform.getBRAMCount(), 10);
+    EXPECT_EQ(platform.getVendor(), "v");
+  }
+}
+
+TEST(CfaXmlReaderHpfm, AnHpfmThatDoesNotParseIsReportedAndTheReadGoesOn) {
+  zr_test::TempDir dir;
+  const std::string broken = replaced(hpfmText("x"), R"( kp:BRAM="10")", "");
+  const std::string archive = makeArchive(dir, docWithHpfm("HPFM"), {{"hw/shell.hpfm", broken}});
+  HPLPlatform platform;
+  testing::internal::CaptureStdout();
+  const bool ok = readInto(archive, platform);
+  const std::string out = testing::internal::GetCapturedStdout();
+  ASSERT_TRUE(ok);
+  const std::string line = "Failed to parse hpfm stream from 'hw/shell.hpfm' in " + archive + "\n";
+  EXPECT_NE(out.find(line), std::string::npos) << out;
+  EXPECT_EQ(platform.getHpfmString(), broken);
+  EXPECT_FALSE(platform.isUnifiedPlatform());
+  EXPECT_FALSE(platform.isExpandable());
+  EXPECT_EQ(platform.getDescription(), "d");
+
+  // A listed hpfm that the archive does not hold is passed over without a word.
+  const std::string missing = makeArchive(dir, docWithHpfm("HPFM"), {}, "missing.cfa");
+  HPLPlatform other;
+  testing::internal::CaptureStdout();
+  EXPECT_TRUE(readInto(missing, other));
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(other.getHpfmString(), "");
+  EXPECT_FALSE(other.isUnifiedPlatform());
+}
+
 // ---- Emulation metadata listed among the files ----
 
 // An emulation metadata document with one emulation holding files of these types.

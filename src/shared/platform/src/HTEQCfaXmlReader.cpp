@@ -15,6 +15,7 @@
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
 #include "host/HSTStringUtils.h"
+#include "host/HUTConsole.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
@@ -37,6 +38,7 @@
 #include "platform/HTEQEmulationXMLReader.h"
 #include "platform/HTEQEmulations.h"
 #include "platform/HTEQHardwareFeatureRom.h"
+#include "platform/HTEQHpfmReader.h"
 
 namespace {
 
@@ -441,7 +443,33 @@ void HTEQCfaXmlReader::parseFiles_(const BasePlatform::Files& files) {
     HPLFile* file = platform_->addFile(type, name);
     setIfSet(*file, &HPLFile::setProcessingOrder, record.IssetProcessingOrder(), record.GetProcessingOrder());
     setIfSet(*file, &HPLFile::setUsedIn, record.IssetUsedIn(), record.GetUsedIn());
-    if (HSTStringUtils::iequals(type, "EMU_XML")) parseEmuXmlMember_(name);
+    if (HSTStringUtils::iequals(type, "HPFM"))
+      parseHpfmMember_(name);
+    else if (HSTStringUtils::iequals(type, "EMU_XML"))
+      parseEmuXmlMember_(name);
+  }
+}
+
+void HTEQCfaXmlReader::parseHpfmMember_(const std::string& member) {
+  std::string hpfm;
+  if (!readMember_(member, hpfm)) return;
+  platform_->setHpfmString(hpfm);
+  bool parsed = false;
+  try {
+    HTEQHpfmReader reader(hpfm, platform_);
+    parsed = reader.parseStream();
+  } catch (const std::exception&) {
+    // A model that refuses what the hpfm says counts as an hpfm that does not parse.
+    parsed = false;
+  }
+  if (parsed) {
+    // A platform described by an hpfm is unified and expandable, whatever the
+    // XML document said.
+    platform_->setUnifiedPlatform(true);
+    platform_->setExpandable(true);
+  } else {
+    // The hpfm only adds to what the XML document gave: the load goes on.
+    HUTConsole::out("Failed to parse hpfm stream from '" + member + "' in " + file_ + "\n");
   }
 }
 
