@@ -56,8 +56,9 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
 
   // Reads the whole member into the platform; true on success.
   bool parseCFA();
-  // Reads the same member only to learn the version of its format. Failures as
-  // for parseCFA, with "@74-62@" and false.
+  // Reads the same member only to learn the version of its format; like
+  // parseCFA it names the archive in the platform first. Failures as for
+  // parseCFA, with "@74-62@" and false.
   bool getRootVersion(int& major, int& minor);
   // The reason of the last failure; empty after a success.
   const std::string& getErrorMsg() const { return errorMsg_; }

@@ -706,6 +706,27 @@ TEST(CfaXmlReaderFailure, NoCutOfAValidDocumentCrashes) {
   EXPECT_EQ(failures, static_cast<int>((full.size() + 36) / 37));
 }
 
+TEST(CfaXmlReaderFailure, HostileDocumentsFailWithoutHarm) {
+  zr_test::TempDir dir;
+  std::string deep;
+  for (int i = 0; i < 100000; ++i) deep += "<Root>";
+  const std::string entities =
+      "<?xml version=\"1.0\"?>\n<!DOCTYPE Root [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b "
+      "\"&a;&a;&a;&a;&a;&a;\">]>\n" +
+      replaced(CfaDoc().text().substr(CfaDoc().text().find('\n') + 1), R"(Name="n")", R"(Name="&b;")");
+  const std::string cases[] = {std::string("\0\x01\xff\xfe<Root", 9), deep, entities,
+                               replaced(CfaDoc().text(), "UTF-8", "EBCDIC-nonsense")};
+  int n = 0;
+  for (const std::string& doc : cases) {
+    const std::string archive = makeArchive(dir, doc, {}, "h" + std::to_string(n++) + ".cfa");
+    HPLPlatform platform;
+    ComMsgCapture cap;
+    EXPECT_FALSE(readInto(archive, platform)) << n;
+    EXPECT_TRUE(cap.has("@74-62@%s%s%d")) << n;
+    EXPECT_EQ(platform.getName(), "") << n;
+  }
+}
+
 // ---- Through the loader ----
 
 TEST(CfaXmlReaderLoader, ALoneArchiveWithoutJsonLoadsThroughTheXmlMember) {
