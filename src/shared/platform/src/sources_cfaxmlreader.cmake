@@ -1,0 +1,3 @@
+list(APPEND ZR_PLATFORM_SOURCES
+  ${ZR_PLATFORM_DIR}/HTEQCfaXmlReader.cpp
+)
