@@ -231,3 +231,36 @@ TEST_F(CfaJsonReader, EmulationFilesOfThePlatformSetItsEmulationFlags) {
   EXPECT_FALSE(plain.supportsHWEmulation());
   EXPECT_FALSE(plain.supportsTwoHwEmuBd());
 }
+
+TEST_F(CfaJsonReader, AnHpfmMemberReplacesTheDocumentsBusInterfaces) {
+  const std::string hpfm =
+      "<?xml version=\"1.0\"?>\n"
+      "<kp:repository xmlns:kp=\"urn:teq:hpfm\" kp:name=\"r\" kp:library=\"l\" kp:version=\"1.0\" kp:vendor=\"v\">\n"
+      "  <kp:component kp:name=\"c\" kp:library=\"l\" kp:version=\"1.0\" kp:vendor=\"v\" kp:type=\"platform\"\n"
+      "      kp:BRAM=\"1\" kp:DSP=\"1\" kp:FF=\"1\" kp:LUT=\"1\">\n"
+      "    <kp:platformInfo>\n"
+      "      <kp:deviceInfo kp:architecture=\"a\" kp:device=\"d\" kp:package=\"p\" kp:speedGrade=\"-1\"/>\n"
+      "      <kp:description>d</kp:description>\n"
+      "      <kp:systemClocks kp:defaultClock=\"0\">\n"
+      "      </kp:systemClocks>\n"
+      "    </kp:platformInfo>\n"
+      "    <kp:busInterface kp:name=\"FROM_HPFM\" kp:mode=\"master\" kp:busTypeRef=\"aximm\"/>\n"
+      "  </kp:component>\n"
+      "</kp:repository>\n";
+  const std::string files = ",\"files\": [{\"type\": \"HPFM\", \"name\": \"hw/shell.hpfm\"}]";
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member(files)}, {"hw/shell.hpfm", hpfm}}),
+                               PlatformLoader::Default));
+  std::vector<HTEQHardwareBusInterface*> buses;
+  platform_.getBusInterfaces(buses);
+  ASSERT_EQ(buses.size(), 1u);
+  EXPECT_EQ(buses[0]->getName(), "FROM_HPFM");
+
+  // A listed hpfm that is not in the archive leaves the document's own list.
+  HPLPlatform listedOnly;
+  ASSERT_TRUE(HTEQCfaJsonReader(&listedOnly).parseCFA(archive({{"lfa.json", member(files)}}, "nohpfm.lfa"),
+                                                      PlatformLoader::Default));
+  buses.clear();
+  listedOnly.getBusInterfaces(buses);
+  ASSERT_EQ(buses.size(), 1u);
+  EXPECT_EQ(buses[0]->getName(), "S_AXI");
+}

@@ -31,6 +31,7 @@
 #include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQHardwareIPParam.h"
 #include "platform/HTEQHardwareNocConnectivity.h"
+#include "platform/HTEQHpfmReader.h"
 #include "platform/HTEQJSONUtils.h"
 #include "platform/HTEQReconfigPartition.h"
 #include "platform/HTEQSystemClock.h"
@@ -525,6 +526,12 @@ std::string HTEQCfaJsonReader::getHpfmStr() const {
   return content;
 }
 
-// TEMPORARY until the hpfm reader is merged.
-bool HTEQCfaJsonReader::readHpfmBusInterfaces(const std::string&) { return false; }
-bool HTEQCfaJsonReader::readHpfmNocConnectivity(const std::string&) { return false; }
+bool HTEQCfaJsonReader::readHpfmBusInterfaces(const std::string& hpfm) {
+  if (hpfm.empty()) return false;
+  return HTEQHpfmReader(hpfm, platform_).parseBusInterfaces();
+}
+
+bool HTEQCfaJsonReader::readHpfmNocConnectivity(const std::string& hpfm) {
+  if (hpfm.empty()) return false;
+  return HTEQHpfmReader(hpfm, platform_).parseNocConnectivity();
+}
