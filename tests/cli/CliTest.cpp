@@ -118,6 +118,8 @@ TEST_F(Cli, SampleRepositoryLoadsAndPrintsWhatTheEntryPointsGive) {
   EXPECT_TRUE(dc.get_child_optional("softwarePlatform"));
   const auto emb = parse(entryPoint(hteq_get_platform_json, files[1]));
   EXPECT_EQ(emb.get<std::string>("type"), "Lorimar");
+  // The embedded platform's archive is the older kind, read through its XML member.
+  EXPECT_EQ(emb.get<std::string>("hwFile").substr(emb.get<std::string>("hwFile").size() - 4), ".cfa");
   const auto rp = parse(entryPoint(hteq_get_platform_json, files[2]));
   EXPECT_EQ(rp.get<std::string>("defaultRPId"), "1");
   EXPECT_EQ(rp.get_child("hardwarePlatforms.reconfigurablePartitions").size(), 2u);

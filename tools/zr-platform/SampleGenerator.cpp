@@ -174,6 +174,36 @@ void writeArchive(const std::string& path, const std::string& name, Kind kind, c
   for (const auto& m : members) HUTZip::writeMember(path, m.first, m.second);
 }
 
+// The older form of archive: its metadata as one XML member ("cfa.xml"),
+// read by the XML route.
+std::string cfaXml(const std::string& name, const Counts& c) {
+  std::string memories;
+  for (int i = 0; i < c.memories; ++i)
+    memories += "        <Memory Name=\"ddr" + num(i) + "\" Type=\"ddr4\" Size=\"4GB\"/>\n";
+  std::string files;
+  for (int i = 0; i < c.files; ++i)
+    files += "      <File Type=\"" + std::string(i == 0 ? "FULL_BIT" : "PRE_SYS_LINK_TCL") + "\" Name=\"" +
+             (i == 0 ? "hw/" + name + ".bit" : "scripts/step" + num(i) + ".tcl") + "\"/>\n";
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<Root VersionMajor=\"1\" VersionMinor=\"15\">\n"
+         "  <CFA Vendor=\"acme\" BoardId=\"" + name + "\" Name=\"base\" VersionMajor=\"2\" VersionMinor=\"1\" "
+         "Description=\"Sample platform " + name + "\" Fixed=\"false\">\n"
+         "    <Host Architecture=\"aarch64\" Interface=\"axi\"/>\n"
+         "    <Build UsesPR=\"false\" PlatformState=\"impl\"/>\n"
+         "    <Board Name=\"acme:" + name + ":1.0\" Vendor=\"acme\" Part=\"xctzq9kp-ffvb676-2-e\">\n"
+         "      <Memories>\n" + memories +
+         "      </Memories>\n"
+         "      <Images/>\n"
+         "    </Board>\n"
+         "    <Devices>\n"
+         "      <Device Name=\"fpga0\" Type=\"8\"><Core Name=\"OCL_REGION_0\" Type=\"clc_region\" ComputeUnits=\"16\"/></Device>\n"
+         "    </Devices>\n"
+         "    <Files>\n" + files +
+         "    </Files>\n"
+         "  </CFA>\n"
+         "</Root>\n";
+}
+
 void writeText(const std::string& path, const std::string& text) {
   HUTFile::mkDirRecursive(path.substr(0, path.rfind('/')));
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
@@ -253,6 +283,12 @@ std::vector<std::string> generateSample(const std::string& dir, const SampleOpti
                  "    </teq:reconfigurablePartition>\n    <teq:reconfigurablePartition teq:id=\"1\">\n  " +
                  fileRef("hardwarePlatform", "hw", name + "_rp1.lfa") + "    </teq:reconfigurablePartition>\n";
       attrs = " teq:defaultRP=\"1\"";
+    } else if (kind == Kind::Embedded) {
+      const std::string cfa = base + "/hw/" + name + ".cfa";
+      HUTFile::mkDirRecursive(base + "/hw");
+      std::remove(cfa.c_str());
+      HUTZip::writeMember(cfa, "cfa.xml", cfaXml(name, counts));
+      hardware = fileRef("hardwarePlatform", "hw", name + ".cfa");
     } else {
       writeArchive(base + "/hw/" + name + ".lfa", name, kind, counts, kind == Kind::WithEmulation);
       hardware = fileRef("hardwarePlatform", "hw", name + ".lfa");

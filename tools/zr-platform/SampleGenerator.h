@@ -19,9 +19,10 @@ struct SampleOptions {
 
 // Writes a sample repository into `dir`, deterministically:
 //   <name>/<name>.zdf, hw/<name>.lfa, sw/<name>.spfm   a data-centre platform
-//   an embedded platform, a platform with two reconfigurable partitions, a
-//   platform with emulation metadata inside its archive, and a lone hardware
-//   archive; then further data-centre platforms up to `count`.
+//   (JSON metadata), an embedded platform whose archive is a .cfa with XML
+//   metadata, a platform with two reconfigurable partitions, a platform with
+//   emulation metadata inside its archive, and a lone hardware archive; then
+//   further data-centre platforms up to `count`.
 // Returns the descriptors and archives written, one per platform.
 std::vector<std::string> generateSample(const std::string& dir, const SampleOptions& options);
 
