@@ -26,7 +26,7 @@ using WELHardwarePlatform::Repository;
 namespace {
 
 // A bus interface record with one segment per auto value ("" leaves kp:auto unset).
-BusInterface interfaceWith(std::initializer_list<const char*> autos) {
+BusInterface interfaceWith(const std::vector<const char*>& autos) {
   BusInterface bi;
   bi.SetName(L"S00");
   for (const char* a : autos) {
@@ -55,7 +55,7 @@ std::string hpfmWith(const std::string& body) {
 
 TEST(HTEQHpfmUtl, SomeButNotAllPreferredNeedsTheRepair) {
   struct Case {
-    std::initializer_list<const char*> autos;
+    std::vector<const char*> autos;
     bool needsRepair;
   };
   const std::vector<Case> cases = {

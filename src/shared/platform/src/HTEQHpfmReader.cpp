@@ -6,7 +6,6 @@
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
-#include "host/HSTStringUtils.h"
 #include "host/HUTConsole.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQHardwareAddressSegment.h"
@@ -19,7 +18,16 @@
 
 namespace {
 
-using namespace WELHardwarePlatform;
+using WELHardwarePlatform::BusInterface;
+using WELHardwarePlatform::BusInterfaceAddressSegment;
+using WELHardwarePlatform::Clock;
+using WELHardwarePlatform::Component;
+using WELHardwarePlatform::DeviceInfo;
+using WELHardwarePlatform::NocConnectivity;
+using WELHardwarePlatform::Parameter;
+using WELHardwarePlatform::PlatformInfo;
+using WELHardwarePlatform::Repository;
+using WELHardwarePlatform::SystemClocks;
 
 std::string text(const std::wstring& s) { return HI18N::convert(s); }
 

@@ -252,9 +252,8 @@ std::string marshalText(const Repository& repository) {
 int Integer::toIntSaturated() const {
   const std::string body = HSTStringUtils::trim(text_);
   if (!isIntegerText(body)) return 0;
-  errno = 0;
+  // Beyond its own range strtoll answers its limits, which lie beyond those of int.
   const long long value = std::strtoll(body.c_str(), nullptr, 10);
-  // strtoll itself stops at its own limits, with ERANGE; both land on a limit of int.
   if (value > INT_MAX) return INT_MAX;
   if (value < INT_MIN) return INT_MIN;
   return static_cast<int>(value);
