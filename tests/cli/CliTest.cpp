@@ -149,3 +149,28 @@ TEST_F(Cli, EnvironmentOptionsAreAccepted) {
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, entryPoint(hteq_get_platform_json, f));
 }
+
+TEST_F(Cli, MembersAndExtractWorkOnArchives) {
+  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("repo") + " --count 4 --scale 0.1").status, 0);
+  const std::string lfa = dir_.file("repo/acme_emu/hw/acme_emu.lfa");
+  const Outcome list = run(dir_, "members " + lfa);
+  EXPECT_EQ(list.status, 0);
+  EXPECT_EQ(list.out, "lfa.json\nhw_emu/lfa.json\n");
+
+  Outcome r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + dir_.file("emu.json"));
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(readFile(dir_.file("emu.json")).find("\"hardwareEmuPlatform\": \"true\""), std::string::npos);
+  r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + dir_.path());
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(readFile(dir_.file("hw_emu/lfa.json")), readFile(dir_.file("emu.json")));
+
+  r = run(dir_, "extract " + lfa + " no/such/member " + dir_.file("x"));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "zr-platform: " + lfa + ": no member 'no/such/member'\n");
+  r = run(dir_, "members " + dir_.write("junk.lfa", "junk"));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(lines(r.err), 1);
+  r = run(dir_, "members " + dir_.file("absent.lfa"));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "zr-platform: " + dir_.file("absent.lfa") + ": no such file\n");
+}

@@ -2,6 +2,9 @@
 //
 //   zr-platform json FILE     the platform's full JSON document
 //   zr-platform short FILE    its short JSON document
+//   zr-platform members ARCHIVE     the members of a hardware archive
+//   zr-platform extract ARCHIVE MEMBER DEST
+//                             copies one member out of an archive to DEST
 //   zr-platform gen-sample DIR [--count N] [--scale S]
 //                             writes a sample repository
 //
@@ -15,8 +18,11 @@
 #include <vector>
 
 #include "CliSupport.h"
+#include "host/HEXAll.h"
 #include "SampleGenerator.h"
 #include "host/HUTEnv.h"
+#include "host/HUTFile.h"
+#include "host/HUTZip.h"
 #include "platform/HTEQPlatformCAPI.h"
 
 namespace {
@@ -69,6 +75,14 @@ int main(int argc, char** argv) {
   auto* shortCmd = app.add_subcommand("short", "Print the platform's short JSON document");
   shortCmd->add_option("FILE", file, "Platform file (.zdf, .cfa, .lfa or .spfm)")->required();
 
+  std::string archive, member, dest;
+  auto* members = app.add_subcommand("members", "List the members of a hardware archive");
+  members->add_option("ARCHIVE", archive, "Hardware archive (.cfa or .lfa)")->required();
+  auto* extract = app.add_subcommand("extract", "Copy one member of a hardware archive out to a file");
+  extract->add_option("ARCHIVE", archive, "Hardware archive (.cfa or .lfa)")->required();
+  extract->add_option("MEMBER", member, "Member name, as `members` lists it")->required();
+  extract->add_option("DEST", dest, "File to write, or an existing directory to write MEMBER below")->required();
+
   std::string sampleDir;
   zr_cli::SampleOptions sample;
   auto* genSample = app.add_subcommand("gen-sample", "Write a sample repository of platforms");
@@ -97,6 +111,27 @@ int main(int argc, char** argv) {
 
   if (json->parsed()) return printJson(file, hteq_get_platform_json);
   if (shortCmd->parsed()) return printJson(file, hteq_get_short_platform_json);
+  if (members->parsed()) {
+    return guarded(archive, [&](zr_cli::MessageCollector&) {
+      if (!HUTFile::isFile(archive)) throw HEXFileNotFoundException(archive);
+      for (const auto& name : HUTZip::getFiles(archive)) std::cout << name << "\n";
+      return int(zr_cli::kOk);
+    });
+  }
+  if (extract->parsed()) {
+    return guarded(archive, [&](zr_cli::MessageCollector&) {
+      if (!HUTFile::isFile(archive)) throw HEXFileNotFoundException(archive);
+      // Into a directory the member keeps its path; the archive layer refuses
+      // a name that would leave the directory.
+      const bool ok = HUTFile::isDir(dest) ? HUTZip::uncompress(archive, member, dest, true)
+                                           : HUTZip::extractMember(archive, member, dest);
+      if (!ok) {
+        zr_cli::reportError(archive, "no member '" + member + "'");
+        return int(zr_cli::kCannotLoad);
+      }
+      return int(zr_cli::kOk);
+    });
+  }
   if (genSample->parsed()) {
     return guarded(sampleDir, [&](zr_cli::MessageCollector&) {
       for (const auto& written : zr_cli::generateSample(sampleDir, sample)) std::cout << written << "\n";
