@@ -14,6 +14,8 @@ class JSONSerializable;
 class ZR_PLATFORM_API JSONListWriter : public JSONWriter {
  public:
   void addItem(const JSONWriter& item);
+  // The same, taking the item's tree over instead of copying it.
+  void addItem(JSONWriter&& item);
   void addItem(const JSONSerializable* object);
   void addItem(const std::string& value);
   void addItem(const char* value) { addItem(std::string(value ? value : "")); }

@@ -29,6 +29,8 @@ class ZR_PLATFORM_API JSONObjectWriter : public JSONWriter {
   }
   // Adds a copy of the child at the path, again if the key is already there.
   void addKey(const std::string& key, const JSONWriter& child);
+  // The same, taking the child's tree over instead of copying it.
+  void addKey(const std::string& key, JSONWriter&& child);
   void addKey(const std::string& key, const JSONSerializable* object);
   void addKey(const std::string& key, const Tree& tree);
   void addKey(const std::string& key, const std::vector<std::string>& values);

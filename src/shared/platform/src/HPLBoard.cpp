@@ -114,6 +114,6 @@ void HPLBoard::toJSON(teq_platform::JSONObjectWriter& writer) const {
   writer.addKey("imageFileLdpi", imgFileLdpi_);
   JSONListWriter connectors;
   for (const DimmConnector* c : connectors_) connectors.addItem(c);
-  writer.addKey("connectors", connectors);
+  writer.addKey("connectors", std::move(connectors));
   writer.addKey("pcie", &pcieId_);
 }

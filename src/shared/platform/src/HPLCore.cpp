@@ -173,24 +173,24 @@ void HPLCore::toJSON(teq_platform::JSONObjectWriter& writer) const {
       JSONObjectWriter item;
       item.addKey("name", resource.first);
       item.addKey("value", resource.second);
-      resources.addItem(item);
+      resources.addItem(std::move(item));
     }
-    pblock.addKey("resources", resources);
-    pblocks.addItem(pblock);
+    pblock.addKey("resources", std::move(resources));
+    pblocks.addItem(std::move(pblock));
   }
-  available.addKey("pBlocks", pblocks);
-  writer.addKey("availableResources", available);
+  available.addKey("pBlocks", std::move(pblocks));
+  writer.addKey("availableResources", std::move(available));
 
   JSONListWriter params;
   for (const auto& entry : configParams_) {
     JSONObjectWriter item;
     item.addKey("name", entry.first);
     item.addKey("value", entry.second);
-    params.addItem(item);
+    params.addItem(std::move(item));
   }
-  writer.addKey("configParams", params);
+  writer.addKey("configParams", std::move(params));
 
   JSONListWriter ports;
   for (const HPLPort* p : ports_) ports.addItem(p);
-  writer.addKey("ports", ports);
+  writer.addKey("ports", std::move(ports));
 }

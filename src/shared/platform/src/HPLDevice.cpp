@@ -23,7 +23,7 @@ void HPLDevice::toJSON(teq_platform::JSONObjectWriter& writer) const {
   part.addKey("tempGrade", getPartTempGrade());
   part.addKey("staPower", getPartStaPower());
   part.addKey("revision", getPartRevision());
-  writer.addKey("part", part);
+  writer.addKey("part", std::move(part));
 
   if (getNumSLRs() != 0) writer.addKey("numSLRs", std::to_string(getNumSLRs()));
 
@@ -32,8 +32,8 @@ void HPLDevice::toJSON(teq_platform::JSONObjectWriter& writer) const {
     JSONObjectWriter clock;
     clock.addKey("name", entry.first);
     clock.addKey("frequency", entry.second);
-    clocks.addItem(clock);
+    clocks.addItem(std::move(clock));
   }
-  writer.addKey("scalableSystemClocks", clocks);
+  writer.addKey("scalableSystemClocks", std::move(clocks));
   writer.addKey("core", &core_);
 }

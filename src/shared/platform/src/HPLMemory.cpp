@@ -141,7 +141,7 @@ void HPLMemory::toJSON(teq_platform::JSONObjectWriter& writer) const {
     teq_platform::JSONObjectWriter param;
     param.addKey("name", entry.first);
     param.addKey("value", entry.second);
-    params.addItem(param);
+    params.addItem(std::move(param));
   }
-  writer.addKey("configParams", params);
+  writer.addKey("configParams", std::move(params));
 }

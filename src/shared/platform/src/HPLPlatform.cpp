@@ -402,16 +402,16 @@ void HPLPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
 
   JSONListWriter devices;
   for (const HPLDevice* d : devices_) devices.addItem(d);
-  writer.addKey("devices", devices);
+  writer.addKey("devices", std::move(devices));
   JSONListWriter interfaces;
   for (const HPLInterface* i : interfaces_) interfaces.addItem(i);
-  writer.addKey("interfaces", interfaces);
+  writer.addKey("interfaces", std::move(interfaces));
   JSONListWriter memories;
   for (const HPLMemory* m : memories_) memories.addItem(m);
-  writer.addKey("memories", memories);
+  writer.addKey("memories", std::move(memories));
   JSONListWriter files;
   for (const HPLFile* f : files_) files.addItem(f);
-  writer.addKey("files", files);
+  writer.addKey("files", std::move(files));
   if (!extensions.empty()) writer.addKey("extensions", extensions);
 
   HTEQHardwarePlatform::toJSON(writer);

@@ -37,7 +37,7 @@ void HTEQDesignIntentStorage::toJSON(teq_platform::JSONObjectWriter& writer) con
     teq_platform::JSONObjectWriter one;
     one.addKey("value", value(static_cast<Slot>(s)));
     one.addKey("explicit", intents_[s].explicitSet);
-    intents.addKey(names[s], one);
+    intents.addKey(names[s], std::move(one));
   }
-  writer.addKey("designIntent", intents);
+  writer.addKey("designIntent", std::move(intents));
 }

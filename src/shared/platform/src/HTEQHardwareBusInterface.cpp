@@ -44,5 +44,5 @@ void HTEQHardwareBusInterface::toJSON(teq_platform::JSONObjectWriter& writer) co
   writer.addKey("category", category_);
   teq_platform::JSONListWriter segments;
   for (const HTEQHardwareAddressSegment* s : segments_) segments.addItem(s);
-  writer.addKey("addressSegments", segments);
+  writer.addKey("addressSegments", std::move(segments));
 }

@@ -198,7 +198,7 @@ void HTEQHardwareFeatureRom::toJSON(teq_platform::JSONObjectWriter& writer) cons
   features.addKey("uuid", std::string(enabled(bits, 17)));
   features.addKey("clockThrottling", std::string(enabled(bits, 21)));
   features.addKey("passthruTrans", std::string(enabled(bits, 22)));
-  writer.addKey("featureBitMap", features);
+  writer.addKey("featureBitMap", std::move(features));
 
   writer.addKey("uuid", getUUIDAsString());
   for (unsigned i = 0; i < getCDMABaseAddressSize(); ++i) {

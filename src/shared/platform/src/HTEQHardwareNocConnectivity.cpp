@@ -34,5 +34,5 @@ void HTEQHardwareNocConnectivity::toJSON(teq_platform::JSONObjectWriter& writer)
   writer.addKey("instRef", instanceRef_);
   teq_platform::JSONListWriter list;
   for (const HTEQHardwareBusInterface* bi : busInterfaces_) list.addItem(bi);
-  writer.addKey("busInterfaces", list);
+  writer.addKey("busInterfaces", std::move(list));
 }

@@ -601,7 +601,7 @@ template <class T>
 void addList(teq_platform::JSONObjectWriter& writer, const char* key, const std::vector<T*>& items) {
   teq_platform::JSONListWriter list;
   for (const T* item : items) list.addItem(item);
-  writer.addKey(key, list);
+  writer.addKey(key, std::move(list));
 }
 }  // namespace
 
@@ -648,7 +648,7 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   flash.addKey("interfaceType", flashInterfaceType_);
   flash.addKey("offsetAddress", flashOffsetAddress_);
   flash.addKey("size", flashSize_);
-  writer.addKey("flash", flash);
+  writer.addKey("flash", std::move(flash));
 
   writer.addKey("designIDs", designIds_);
   addList(writer, "reconfigPartitionIDs", reconfigPartitions_);
@@ -665,9 +665,9 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
     teq_platform::JSONObjectWriter r;
     r.addKey("type", types[i]);
     r.addKey("count", counts[i]);
-    resources.addItem(r);
+    resources.addItem(std::move(r));
   }
-  writer.addKey("resources", resources);
+  writer.addKey("resources", std::move(resources));
 
   // A platform whose clocks miss the default id marks none of them default.
   const HTEQSystemClock* defaultClock = getDefaultClock();
@@ -676,9 +676,9 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
     teq_platform::JSONObjectWriter item;
     item.addKey("default", defaultClock != nullptr && c->getName() == defaultClock->getName());
     c->toJSON(item);
-    clocks.addItem(item);
+    clocks.addItem(std::move(item));
   }
-  writer.addKey("systemClocks", clocks);
+  writer.addKey("systemClocks", std::move(clocks));
 
   addList(writer, "ipParameters", ipParams_);
   addList(writer, "busInterfaces", busInterfaces_);

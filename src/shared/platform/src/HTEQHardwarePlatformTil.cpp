@@ -137,5 +137,5 @@ std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
 void HTEQHardwarePlatform::writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const {
   teq_platform::JSONListWriter list;
   for (const HTEQTilPartition& p : tilPartitions_) list.addItem(&p);
-  writer.addKey("tilPartitions", list);
+  writer.addKey("tilPartitions", std::move(list));
 }

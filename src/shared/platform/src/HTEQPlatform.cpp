@@ -204,8 +204,8 @@ void HTEQPlatform::writePlatforms(teq_platform::JSONObjectWriter& writer) const 
   if (hasReconfigurablePartitions()) {
     teq_platform::JSONListWriter partitions;
     for (const auto* rp : reconfigurablePartitions_) partitions.addItem(rp);
-    hardware.addKey("reconfigurablePartitions", partitions);
+    hardware.addKey("reconfigurablePartitions", std::move(partitions));
   }
-  writer.addKey("hardwarePlatforms", hardware);
+  writer.addKey("hardwarePlatforms", std::move(hardware));
   if (const auto* sw = getSoftwarePlatform()) writer.addKey("softwarePlatform", sw);
 }

@@ -18,5 +18,5 @@ void HTEQReconfigPartition::toJSON(teq_platform::JSONObjectWriter& writer) const
   addNonZero(til, "nodeID", TILNodeID_);
   addNonZero(til, "uniqueID", TILUniqueID_);
   addNonZero(til, "puID", TILPuID_);
-  writer.addKey("tilngineIDs", til);
+  writer.addKey("tilngineIDs", std::move(til));
 }

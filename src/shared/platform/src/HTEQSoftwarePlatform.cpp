@@ -31,7 +31,7 @@ void HTEQSoftwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   writer.addKey("defaultConfig", getDefaultConfigName());
   teq_platform::JSONListWriter configs;
   for (const HTEQSystemConfig* c : systemConfigs_) configs.addItem(c);
-  writer.addKey("systemConfigurations", configs);
+  writer.addKey("systemConfigurations", std::move(configs));
 }
 
 HTEQSystemConfig* HTEQSoftwarePlatform::addSystemConfig() {

@@ -27,10 +27,10 @@ void HTEQSystemConfig::toJSON(teq_platform::JSONObjectWriter& writer) const {
   writer.addKey("qemu", supportsQemu_);
   teq_platform::JSONListWriter groups;
   for (const HTEQProcessorGroup* g : procGrps_) groups.addItem(g);
-  writer.addKey("processorGroups", groups);
+  writer.addKey("processorGroups", std::move(groups));
   teq_platform::JSONListWriter images;
   for (const HTEQBootImg* b : bootImgs_) images.addItem(b);
-  writer.addKey("bootImages", images);
+  writer.addKey("bootImages", std::move(images));
   writer.addKey("runtimes", runtimes_);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/JSONListWriter.h"
 
+#include <utility>
+
 #include "host/HEXAll.h"
 #include "platform/JSONObjectWriter.h"
 #include "platform/JSONSerializable.h"
@@ -15,7 +17,13 @@ void JSONListWriter::addItem(const JSONSerializable* object) {
   if (object == nullptr) return;
   JSONObjectWriter child;
   object->toJSON(child);
-  addItem(child);
+  addItem(std::move(child));
+}
+
+void JSONListWriter::addItem(JSONWriter&& item) {
+  if (item.empty()) return;
+  getTree().push_back(Tree::value_type(std::string(), Tree()));
+  getTree().back().second.swap(item.getTree());
 }
 
 void JSONListWriter::addItem(const std::string& value) {

@@ -1,5 +1,7 @@
 #include "platform/JSONObjectWriter.h"
 
+#include <utility>
+
 #include "platform/JSONListWriter.h"
 #include "platform/JSONSerializable.h"
 
@@ -21,7 +23,15 @@ void JSONObjectWriter::addKey(const std::string& key, const JSONSerializable* ob
   if (object == nullptr) return;
   JSONObjectWriter child;
   object->toJSON(child);
-  addKey(key, child);
+  addKey(key, std::move(child));
+}
+
+void JSONObjectWriter::addKey(const std::string& key, JSONWriter&& child) {
+  if (child.empty()) return;
+  // The child's tree moves into place instead of being copied: a platform's
+  // document nests lists of objects, and copying each level again made
+  // writing large platforms slow.
+  getTree().add_child(key, Tree()).swap(child.getTree());
 }
 
 void JSONObjectWriter::addKey(const std::string& key, const Tree& tree) {
@@ -32,7 +42,7 @@ void JSONObjectWriter::addKey(const std::string& key, const Tree& tree) {
 void JSONObjectWriter::addKey(const std::string& key, const std::vector<std::string>& values) {
   JSONListWriter list;
   for (const auto& v : values) list.addItem(v);
-  addKey(key, list);
+  addKey(key, std::move(list));
 }
 
 void JSONObjectWriter::writeObject(const JSONSerializable* object) {
