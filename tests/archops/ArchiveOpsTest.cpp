@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "hpfm/HpfmTestDoc.h"
-#include "hwcore/HwTestPlatform.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
+#include "hpfm/HpfmTestDoc.h"
+#include "hwcore/HwTestPlatform.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
@@ -30,16 +30,20 @@ std::string jsonMember(const std::string& name = "base") {
          name +
          "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
          "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
-         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": \"tzq9kp:xctzq9kp:ffvb676:-2:e\",\n"
+         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": "
+         "\"tzq9kp:xctzq9kp:ffvb676:-2:e\",\n"
          "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
-         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": \"4096\"}],\n"
-         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", \"default\": "
+         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": "
+         "\"4096\"}],\n"
+         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", "
+         "\"default\": "
          "\"TRUE\"}],\n"
          "  \"files\": [{\"type\": \"DR_BD\", \"name\": \"bd/dr.tcl\"}]\n"
          "}\n";
 }
 
-std::string makeArchive(const std::string& path, const std::vector<std::pair<std::string, std::string>>& members) {
+std::string makeArchive(const std::string& path,
+                        const std::vector<std::pair<std::string, std::string>>& members) {
   for (const auto& m : members) HUTZip::writeMember(path, m.first, m.second);
   return path;
 }
@@ -123,8 +127,9 @@ TEST(WriteToJSON, NothingWithoutPlatformFileAndRefusals) {
 
   hwcore_test::TestPlatform notHpl;
   notHpl.setPlatformFile(dir.file("x.lfa"));
-  expectThrowText<HEXAlgException>([&] { notHpl.writeToJSON(); },
-                                   "HTEQHardwarePlatform::writeToJSON() - Could not cast this to HPLPlatform");
+  expectThrowText<HEXAlgException>(
+      [&] { notHpl.writeToJSON(); },
+      "HTEQHardwarePlatform::writeToJSON() - Could not cast this to HPLPlatform");
   EXPECT_FALSE(HUTFile::exists(dir.file("x.lfa")));
 }
 
@@ -135,7 +140,8 @@ TEST(WriteToJSON, FailureLeavesTheArchiveUnchanged) {
   HPLPlatform p;
   p.setPlatformFile(damaged);
   expectThrowText<HEXUserException>(
-      [&] { p.writeToJSON(); }, "HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: lfa.json");
+      [&] { p.writeToJSON(); },
+      "HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: lfa.json");
   EXPECT_EQ(readFile(damaged), std::string("PK\x03\x04 this is no archive"));
 
   // A model that cannot be written as JSON (its board has drivers) writes nothing.
@@ -208,8 +214,9 @@ TEST(ArchiveFile, RefusalsWithTheirWords) {
   EXPECT_FALSE(HUTFile::exists(dir.file("missing.lfa")));
   hwcore_test::TestPlatform notHpl;
   notHpl.setPlatformFile(makeArchive(dir.file("t.lfa"), {{"lfa.json", "{}"}}));
-  expectThrowText<HEXAlgException>([&] { notHpl.archiveFile("DR_BD", "a.tcl", source); },
-                                   "HTEQHardwarePlatform::archiveFile() - Could not cast this to HPLPlatform");
+  expectThrowText<HEXAlgException>(
+      [&] { notHpl.archiveFile("DR_BD", "a.tcl", source); },
+      "HTEQHardwarePlatform::archiveFile() - Could not cast this to HPLPlatform");
   // Without a platform file, the plain copy does nothing.
   EXPECT_NO_THROW(none._archiveFile("a.tcl", source));
 }
@@ -252,13 +259,12 @@ TEST(ArchiveFile, FailureLeavesTheArchiveReadableAndUnchanged) {
 
 TEST(Extract, EachTypedMemberIntoItsDestination) {
   TempDir dir;
-  const std::string archive = makeArchive(dir.file("card.lfa"),
-                                          {{"lfa.json", "{}"},
-                                           {"bd/dr.tcl", "dr"},
-                                           {"emu/emu.xml", "<emu/>"},
-                                           {"emu/emu.json", "{\"emu\": 1}"},
-                                           {"noc/traffic.nts", "nts"},
-                                           {"noc/solution.ncr", "ncr"}});
+  const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", "{}"},
+                                                                 {"bd/dr.tcl", "dr"},
+                                                                 {"emu/emu.xml", "<emu/>"},
+                                                                 {"emu/emu.json", "{\"emu\": 1}"},
+                                                                 {"noc/traffic.nts", "nts"},
+                                                                 {"noc/solution.ncr", "ncr"}});
   HPLPlatform p;
   p.setPlatformFile(archive);
   p.addFile("DR_BD", "bd/dr.tcl");
@@ -326,7 +332,8 @@ TEST(Extract, ADamagedMemberLeavesNoFile) {
   const std::string archive = makeArchive(dir.file("card.lfa"), {{"big.bin", data}});
   // Flip bytes in the middle of the compressed data.
   std::string bytes = readFile(archive);
-  for (std::size_t k = bytes.size() / 2; k < bytes.size() / 2 + 64; ++k) bytes[k] = static_cast<char>(~bytes[k]);
+  for (std::size_t k = bytes.size() / 2; k < bytes.size() / 2 + 64; ++k)
+    bytes[k] = static_cast<char>(~bytes[k]);
   zr_test::writeFile(archive, bytes);
   const std::string dest = dir.file("out/big.bin");
   EXPECT_FALSE(HTEQHardwarePlatform::extract("big.bin", archive, dest));
@@ -388,9 +395,11 @@ const char* const kMeta = "tilarchive/morwen/tilprj_meta_data.json";
 std::string archiveWithProject(const TempDir& dir, const std::string& projectMember,
                                std::vector<std::pair<std::string, std::string>> outer = {}) {
   HUTFile::mkDirRecursive(dir.file("build"));
-  const std::string project = makeArchive(
-      dir.file("build/project.tilprj"),
-      {{kLarch, "larch"}, {kIntfCst, "intfcst"}, {kIntfSol, "intfsol"}, {kTilCst, "tilcst"}, {kMeta, "meta"}});
+  const std::string project = makeArchive(dir.file("build/project.tilprj"), {{kLarch, "larch"},
+                                                                             {kIntfCst, "intfcst"},
+                                                                             {kIntfSol, "intfsol"},
+                                                                             {kTilCst, "tilcst"},
+                                                                             {kMeta, "meta"}});
   outer.emplace_back(projectMember, readFile(project));
   HUTFile::rmRecursive(dir.file("build"));
   return makeArchive(dir.file("shell.lfa"), outer);
@@ -461,8 +470,8 @@ TEST(ExtractNested, OldArchivesFallBackToPlainMembers) {
   TempDir tmp;
   ScopedTmpDir scoped(tmp.path());
   HPLPlatform p;
-  p.setPlatformFile(makeArchive(dir.file("old.lfa"),
-                                {{"me/arch.larch", "old larch"}, {"me/cst.xml", "old cst"}, {"me/a.zip", "old"}}));
+  p.setPlatformFile(makeArchive(
+      dir.file("old.lfa"), {{"me/arch.larch", "old larch"}, {"me/cst.xml", "old cst"}, {"me/a.zip", "old"}}));
   p.addFile("ME_LOGICAL_ARCH", "me/arch.larch");
   p.addFile("ME_CONSTRAINT", "me/cst.xml");
   p.addFile("ME_ARCHIVE", "me/a.zip");

@@ -160,7 +160,8 @@ void HTEQHardwarePlatform::writeToJSON() const {
   writer.write(text);
   isl::iostreams::zip_ostream out(platformFile_, member, isl::iostreams::none);
   if (!out.is_open())
-    throw HEXUserException("HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: " + member);
+    throw HEXUserException("HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: " +
+                           member);
   out << text.str() << "\n";
   out.close();
 }
@@ -168,7 +169,8 @@ void HTEQHardwarePlatform::writeToJSON() const {
 void HTEQHardwarePlatform::archiveFile(const std::string& type, const std::string& member,
                                        const std::string& source) {
   const std::string jsonFile = getJsonFileName();
-  if (platformFile_.empty()) throw HEXAlgException("HTEQHardwarePlatform::archiveFile() - lfaFile is not set");
+  if (platformFile_.empty())
+    throw HEXAlgException("HTEQHardwarePlatform::archiveFile() - lfaFile is not set");
   if (jsonFile.empty()) throw HEXAlgException("HTEQHardwarePlatform::archiveFile() - jsonFile is not set");
   if (!HUTFile::isFile(platformFile_))
     throw HEXAlgException("HTEQHardwarePlatform::archiveFile() - lfaFile does not exist");
@@ -190,7 +192,8 @@ void HTEQHardwarePlatform::_archiveFile(const std::string& member, const std::st
   // A directory would open, and then read as nothing.
   if (HUTFile::isFile(source)) in.open(source, std::ios_base::in | std::ios_base::binary);
   if (!in.is_open())
-    throw HEXUserException("HTEQHardwarePlatform::archiveFile() - Could not open file for reading: " + source);
+    throw HEXUserException("HTEQHardwarePlatform::archiveFile() - Could not open file for reading: " +
+                           source);
   isl::iostreams::zip_ostream out(platformFile_, member, isl::iostreams::none);
   if (!out.is_open())
     throw HEXUserException("HTEQHardwarePlatform::archiveFile() - Could not open file for streaming: " +

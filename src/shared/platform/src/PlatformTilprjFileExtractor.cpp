@@ -11,9 +11,8 @@ bool PlatformTilprjFileExtractor::extract(const std::string& member, const std::
                                           const std::string& dest) const {
   if (!HUTFile::isFile(archive)) return false;
   const bool ownArchive = archive == platform_.getPlatformFile();
-  const std::string name = ownArchive && platform_.isChildHardwareEmuPlatform()
-                               ? platform_.getHwEmuDir() + "/" + member
-                               : member;
+  const std::string name =
+      ownArchive && platform_.isChildHardwareEmuPlatform() ? platform_.getHwEmuDir() + "/" + member : member;
   return HTEQHardwarePlatform::extract(name, archive, dest);
 }
 
