@@ -333,6 +333,43 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   // Exact search; the extension is passed with its dot (".lfa").
   static bool isValidPlatformExt(const std::string& extension);
 
+  // ---- Copying members out of the archive, writing into it ----
+  // Copies one member of an archive to the file dest, making its directory.
+  // False, never an exception, when the member cannot be read or dest cannot
+  // be written; a partly written dest is removed.
+  static bool extract(const std::string& member, const std::string& archive, const std::string& dest);
+  // The member of the first file of this type, copied from the platform archive.
+  bool extractFile(const std::string& type, const std::string& dest) const;
+  // A member of the platform archive (below "hw_emu" for a child emulation
+  // platform); false when either name is empty.
+  bool extractFileFromPlatform(const std::string& member, const std::string& dest) const;
+  // The files of the platform by type; false when the platform lists none.
+  // With fixHpfm a copied hpfm gets its HBM address segments repaired.
+  bool extractHPFMFile(const std::string& dest, bool fixHpfm) const;
+  bool extractDrBdFile(const std::string& dest) const;
+  bool extractEmuXmlFile(const std::string& dest) const;
+  bool extractEmuJsonFile(const std::string& dest) const;
+  bool extractNTSFile(const std::string& dest) const;
+  bool extractNCRFile(const std::string& dest) const;
+  // The tile-array project archive itself; true at once when dest is a file.
+  bool extractTILPRJFile(const std::string& dest) const;
+  // Files inside the tile-array project; older archives held the first two
+  // as plain members of their own types.
+  bool extractLARCHFile(const std::string& dest) const;
+  bool extractINTFCSTFile(const std::string& dest) const;
+  bool extractINTFSOLFile(const std::string& dest) const;
+  bool extractTILCSTFile(const std::string& dest) const;
+  bool extractTILMetadataFile(const std::string& dest) const;
+  // Rewrites the JSON metadata member from the model. Does nothing without a
+  // platform file or member name.
+  void writeToJSON() const;
+  // Puts the file source into the archive as member, makes it the one file
+  // of this type in the model, rewrites the JSON metadata and stamps the archive.
+  void archiveFile(const std::string& type, const std::string& member, const std::string& source);
+  // Copies the file source into the archive as member, nothing else.
+  void _archiveFile(const std::string& member, const std::string& source) const;
+  void attachDigest() const;
+
  protected:
   void setHpfmString_(const std::string& v) { hpfmString_ = v; }
   bool hasHardwareDef_() const;

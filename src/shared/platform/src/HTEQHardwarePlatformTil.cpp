@@ -5,10 +5,9 @@
 #include <fstream>
 
 #include "HTEQTilPartitionsJsonReader.h"
-#include "PlatformArchiveAccess.h"
+#include "PlatformTilprjFileExtractor.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
-#include "host/HUTPathUtils.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQJSONUtils.h"
 #include "platform/JSONListWriter.h"
@@ -33,24 +32,11 @@ HTEQTilPartition& HTEQHardwarePlatform::addTilPartition(int startColumn, int num
 }
 
 namespace {
-// Copies a file out of the tile-array project, an archive held as the "TILPRJ"
-// member of the platform archive. The project is staged under the temporary
-// directory and removed again when it was staged here.
+// Copies a file out of the tile-array project nested in the platform archive.
 bool extractFromTilProject(const HTEQHardwarePlatform& platform, const std::string& pathInProject,
                            const std::string& dest) {
-  const std::string projectMember = platform.getFile("TILPRJ");
-  if (projectMember.empty() || platform.getPlatformFile().empty()) return false;
-  const std::string staged =
-      HUTEnv::instance().getJUNTmpDir() + "/" + HUTPathUtils::getFileName(projectMember);
-  bool stagedHere = false;
-  if (!HUTFile::exists(staged)) {
-    if (!PlatformArchiveAccess::extractMember(platform.getPlatformFile(), projectMember, staged))
-      return false;
-    stagedHere = true;
-  }
-  const bool ok = PlatformArchiveAccess::extractMember(staged, pathInProject, dest);
-  if (stagedHere) HUTFile::rmRecursive(staged);
-  return ok;
+  PlatformTilprjFileExtractor extractor(platform);
+  return extractor.extractFile(pathInProject, dest);
 }
 }  // namespace
 

@@ -9,13 +9,3 @@
 bool PlatformArchiveAccess::hasMember(const std::string& archive, const std::string& member) {
   return !archive.empty() && !member.empty() && HUTZip::containsFile(archive, member);
 }
-
-bool PlatformArchiveAccess::extractMember(const std::string& archive, const std::string& member,
-                                          const std::string& dest) {
-  if (archive.empty() || member.empty()) return false;
-  try {
-    return HUTZip::extractMember(archive, member, dest);
-  } catch (const HEXAll&) {
-    return false;
-  }
-}

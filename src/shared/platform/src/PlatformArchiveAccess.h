@@ -3,14 +3,12 @@
 
 #include <string>
 
-// What the hardware platform needs of its archive: whether a member exists,
-// and copying one member out to a file. Neither throws: a missing archive or
-// member, a damaged archive or a member too large to be metadata answers false.
+// Whether the hardware platform's archive has a member. Does not throw: a
+// missing or damaged archive answers false. Members are copied out through
+// PlatformFileExtractor and PlatformTilprjFileExtractor.
 class PlatformArchiveAccess {
  public:
   static bool hasMember(const std::string& archive, const std::string& member);
-  // Writes the member to dest; on failure nothing is left at dest.
-  static bool extractMember(const std::string& archive, const std::string& member, const std::string& dest);
 };
 
 #endif
