@@ -2,8 +2,9 @@
 // reader. The expected refusals are malformed JSON (HEXDataException), a device
 // without its core (the property tree's bad path) and, since no archive stands
 // behind the text, the emulation members its files name: HEXError for one that
-// cannot be opened. Any other exception is a finding, HEXAlgException (an
-// internal fault) included, and so is every crash, leak or hang.
+// cannot be opened. HEXAlgException, a HEXError, is the model's refusal of a
+// malformed FPGA part. Any other exception is a finding, and so is every
+// crash, leak or hang.
 #include <boost/property_tree/exceptions.hpp>
 #include <cstddef>
 #include <cstdint>
@@ -26,8 +27,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   HPLPlatform platform;
   try {
     HTEQCfaJsonReader(&platform).parseJsonString(std::string(reinterpret_cast<const char*>(data), size));
-  } catch (const HEXAlgException&) {
-    throw;
   } catch (const HEXError&) {
   } catch (const HEXDataException&) {
   } catch (const boost::property_tree::ptree_bad_path&) {
