@@ -21,8 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ComMsgMgrInstance().setSink(&silent);
   TEQSoftwarePlatform::Platform platform;
   try {
-    platform =
-        TEQSoftwarePlatform::unmarshalString(std::string(reinterpret_cast<const char*>(data), size), "fuzz.spfm");
+    platform = TEQSoftwarePlatform::unmarshalString(std::string(reinterpret_cast<const char*>(data), size),
+                                                    "fuzz.spfm");
   } catch (const HXMLException&) {
     return 0;
   }
