@@ -203,7 +203,7 @@ TEST(HostileNesting, DeepJsonAndXmlAreRefusedThroughTheLoaderAndEntryPoints) {
   EXPECT_EQ(fullJson(deepSpfm), "");
 }
 
-TEST(HostileValues, HugeAttributesAndInvalidUtf8EndInAPlatformOrARefusal) {
+TEST(HostileValues, HugeMalformedAndNonUtf8ValuesEndInAPlatformOrARefusal) {
   TempDir dir;
   HUTFile::mkDirRecursive(dir.file("pfm/hw"));
   makeZip(dir.file("pfm/hw/b.lfa"), {{"lfa.json", jsonMember()}});
@@ -229,6 +229,20 @@ TEST(HostileValues, HugeAttributesAndInvalidUtf8EndInAPlatformOrARefusal) {
   const std::string badZdf = dir.write("pfm/bad.zdf", zdf(zdfHardware("hw", "b.lfa"), "b", bad));
   EXPECT_THROW(fullJson(badZdf), PlatformParseException);
   EXPECT_FALSE(loads(dir.write("bad.spfm", spfm(bad))));
+  // A device part of two fields, which the model refuses with an exception (a
+  // fuzzing find): the loader reports the member and gives no platform.
+  const std::string badPart = dir.file("badpart.lfa");
+  std::string member = jsonMember();
+  member.replace(member.find("\"type\": \"8\""), 0, "\"fpgaPart\": \"tzq9kp:xctzq9r4\", ");
+  makeZip(badPart, {{"lfa.json", member}});
+  {
+    ComMsgCapture cap;
+    EXPECT_EQ(PlatformLoader(badPart, PlatformLoader::Default).load(), nullptr);
+    EXPECT_TRUE(cap.has("@74-60@%s"));
+    const ComMsg* m = cap.find("@74-64@%s%s%s");
+    ASSERT_NE(m, nullptr);
+    EXPECT_NE(m->args.at(2).find("format not as expected"), std::string::npos);
+  }
   const std::string badJson = dir.file("badjson.lfa");
   makeZip(badJson, {{"lfa.json", jsonMember(bad)}});
   EXPECT_FALSE(loads(badJson));
