@@ -1,0 +1,32 @@
+// Feeds arbitrary bytes to the software platform file parser and writes what
+// it read back out. A document that does not parse raises HXMLException; any
+// other exception, a record set that cannot be written again, a crash, leak
+// or hang is a finding.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "TEQSoftwarePlatformLMX.h"
+#include "host/ComMsgMgr.h"
+#include "host/HEXAll.h"
+
+namespace {
+struct Silent : ComMsgSink {
+  void receive(const ComMsg&) override {}
+};
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Silent silent;
+  ComMsgMgrInstance().setSink(&silent);
+  TEQSoftwarePlatform::Platform platform;
+  try {
+    platform = TEQSoftwarePlatform::unmarshalString(std::string(reinterpret_cast<const char*>(data), size),
+                                                    "fuzz.spfm");
+  } catch (const HXMLException&) {
+    return 0;
+  }
+  // What was read can always be written again.
+  (void)TEQSoftwarePlatform::marshal(platform);
+  return 0;
+}
