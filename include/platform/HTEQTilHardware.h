@@ -11,7 +11,9 @@
 // shim, core and memory rows lie. The numbers are carried, not interpreted.
 class ZR_PLATFORM_API HTEQTilHardware : public teq_platform::JSONSerializable {
  public:
-  enum Arch { NO_TIL = 0, TIL1 = 1, TILML = 2, TIL2P = 3, TIL2PS = 4, TIL2PK = 5 };
+  // A fixed underlying type, so that any number a caller passes is a value
+  // of the type (and answered as unknown) rather than undefined.
+  enum Arch : int { NO_TIL = 0, TIL1 = 1, TILML = 2, TIL2P = 3, TIL2PS = 4, TIL2PK = 5 };
 
   void toJSON(teq_platform::JSONObjectWriter& writer) const override;
 

@@ -26,12 +26,12 @@ using WELHardwarePlatform::Repository;
 namespace {
 
 // A bus interface record with one segment per auto value ("" leaves kp:auto unset).
-BusInterface interfaceWith(const std::vector<const char*>& autos) {
+BusInterface interfaceWith(const std::vector<std::string>& autos) {
   BusInterface bi;
   bi.SetName(L"S00");
-  for (const char* a : autos) {
+  for (const std::string& a : autos) {
     auto& seg = bi.AppendBusInterfaceAddressSegment();
-    if (*a) seg.SetAuto(HI18N::convert(std::string(a)));
+    if (!a.empty()) seg.SetAuto(HI18N::convert(a));
   }
   return bi;
 }
@@ -55,7 +55,7 @@ std::string hpfmWith(const std::string& body) {
 
 TEST(HTEQHpfmUtl, SomeButNotAllPreferredNeedsTheRepair) {
   struct Case {
-    std::vector<const char*> autos;
+    std::vector<std::string> autos;
     bool needsRepair;
   };
   const std::vector<Case> cases = {

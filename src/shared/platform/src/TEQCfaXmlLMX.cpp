@@ -70,12 +70,7 @@ void Root::Unmarshal(const std::string& path) {
 }
 
 void Root::Marshal(const std::string& path) const {
-  const std::string text = marshalText(*this);
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) throw HXMLException("cannot open '" + path + "' for writing", 0);
-  file << text;
-  file.close();
-  if (!file) throw HXMLException("cannot write '" + path + "'", 0);
+  zr_xml_record::writeDocumentFile(path, marshalText(*this));
 }
 
 void Root::Marshal(std::ostream& out) const {

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fstream>
 #include <limits>
 
 #include "host/HEXAll.h"
@@ -9,6 +10,14 @@
 #include "host/HSTStringUtils.h"
 
 namespace zr_xml_record {
+
+void writeDocumentFile(const std::string& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) throw HXMLException("cannot open '" + path + "' for writing", 0);
+  file << text;
+  file.close();
+  if (!file) throw HXMLException("cannot write '" + path + "'", 0);
+}
 
 void throwBadIndex(std::size_t index, std::size_t size) {
   throw HEXAlgException("record list index " + std::to_string(index) + " is out of range (limit " +

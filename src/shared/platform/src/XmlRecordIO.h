@@ -21,6 +21,9 @@ void fromText(const std::string& text, std::uint32_t& out, int line, const char*
 void fromText(const std::string& text, std::uint64_t& out, int line, const char* name);
 void fromText(const std::string& text, std::int64_t& out, int line, const char* name);
 
+// Writes a finished document to a file; HXMLException when it cannot.
+void writeDocumentFile(const std::string& path, const std::string& text);
+
 std::string toText(const std::wstring& value);
 std::string toText(std::uint8_t value);
 std::string toText(std::uint32_t value);
