@@ -27,6 +27,10 @@ class ZR_PLATFORM_API HUTFile {
   static void ensureWritableDirectory(const std::string& path);
   // The file's size in bytes, or -1.
   static long long getSize(const std::string& path);
+  // Copies a file, replacing `to`.
+  static void copyFile(const std::string& from, const std::string& to);
+  // Renames a file over `to` in one step (both in one file system).
+  static void renameFile(const std::string& from, const std::string& to);
 };
 
 #endif

@@ -206,6 +206,9 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   void removeFile(HPLFile* file);
   // Removes every file of exactly this type.
   void removeFileType(const std::string& type);
+  // Replaces the file list by copies of `files`, in order (used to undo a
+  // failed change of the archive).
+  void restoreFiles_(const std::vector<HPLFile>& files);
   HSTFwdIter<HPLFile*>* createFileVecIter() const;
   FileVecRange getFileVecRange() const { return FileVecRange(files_.begin(), files_.end()); }
   unsigned int getNumFiles() const { return static_cast<unsigned int>(files_.size()); }

@@ -364,13 +364,18 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   // platform file or member name.
   void writeToJSON() const;
   // Puts the file source into the archive as member, makes it the one file
-  // of this type in the model, rewrites the JSON metadata and stamps the archive.
+  // of this type in the model, rewrites the JSON metadata and stamps the
+  // archive. All or nothing: when a step fails, the archive and the model's
+  // file list are left as they were.
   void archiveFile(const std::string& type, const std::string& member, const std::string& source);
   // Copies the file source into the archive as member, nothing else.
   void _archiveFile(const std::string& member, const std::string& source) const;
   void attachDigest() const;
 
  protected:
+  // The three archive steps of archiveFile, on the archive at `archive`.
+  void writeJsonTo_(const std::string& archive) const;
+  void archiveFileTo_(const std::string& archive, const std::string& member, const std::string& source) const;
   void setHpfmString_(const std::string& v) { hpfmString_ = v; }
   bool hasHardwareDef_() const;
   void writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const;

@@ -12,6 +12,7 @@
 #include "host/HUTZip.h"
 #include "hpfm/HpfmTestDoc.h"
 #include "hwcore/HwTestPlatform.h"
+#include "platform/HPLBoard.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
@@ -243,6 +244,23 @@ TEST(ArchiveFile, FailureLeavesTheArchiveReadableAndUnchanged) {
   EXPECT_EQ(readFile(archive), before);
   HPLPlatform reread;
   EXPECT_TRUE(HTEQCfaJsonReader(&reread).parseCFA(archive, PlatformLoader::Default));
+
+  // A step after the member went in fails (a model whose board has drivers
+  // cannot be written as JSON): nothing of the change stays, in the archive or
+  // in the model's file list.
+  auto fileList = [&p] {
+    std::vector<std::string> names;
+    for (auto r = p.getFileVecRange(); r.first != r.second; ++r.first)
+      names.push_back((*r.first)->getType() + "=" + (*r.first)->getName());
+    return names;
+  };
+  const std::vector<std::string> filesBefore = fileList();
+  p.getBoard().addDriver();
+  EXPECT_THROW(p.archiveFile("DR_BD", "bd/new.tcl", source), HEXAlgException);
+  EXPECT_EQ(readFile(archive), before);
+  EXPECT_EQ(fileList(), filesBefore);
+  EXPECT_EQ(HUTZip::getFiles(archive), std::vector<std::string>{"lfa.json"});
+  EXPECT_FALSE(HUTFile::exists(archive + ".update"));
 
   // A damaged archive is refused the same way and keeps its bytes.
   const std::string damaged = dir.write("damaged.lfa", "not a zip at all");

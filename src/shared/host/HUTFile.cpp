@@ -65,3 +65,15 @@ long long HUTFile::getSize(const std::string& path) {
   const auto size = fs::file_size(path, ec);
   return ec ? -1 : static_cast<long long>(size);
 }
+
+void HUTFile::copyFile(const std::string& from, const std::string& to) {
+  boost::system::error_code ec;
+  fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec);
+  if (ec) throw HEXUserException("cannot copy '" + from + "' to '" + to + "': " + ec.message());
+}
+
+void HUTFile::renameFile(const std::string& from, const std::string& to) {
+  boost::system::error_code ec;
+  fs::rename(from, to, ec);
+  if (ec) throw HEXUserException("cannot rename '" + from + "' to '" + to + "': " + ec.message());
+}

@@ -296,6 +296,12 @@ void HPLPlatform::removeFileType(const std::string& type) {
   while (HPLFile* f = findFile(type)) removeFile(f);
 }
 
+void HPLPlatform::restoreFiles_(const std::vector<HPLFile>& files) {
+  for (HPLFile* f : files_) delete f;
+  files_.clear();
+  for (const HPLFile& f : files) files_.push_back(new HPLFile(f));
+}
+
 std::string HPLPlatform::getXmlFile() const {
   return xmlFile_.empty() ? std::string() : HUTFile::getCanonicalName(xmlFile_);
 }

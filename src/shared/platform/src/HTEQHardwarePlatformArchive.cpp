@@ -5,14 +5,17 @@
 #include <fstream>
 #include <ios>
 #include <sstream>
+#include <vector>
 
 #include "PlatformFileExtractor.h"
 #include "PlatformTilprjFileExtractor.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
+#include "host/HUTFileUtils.h"
 #include "host/HUTPathUtils.h"
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
+#include "platform/HPLFile.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/JSONObjectWriter.h"
@@ -146,9 +149,11 @@ bool HTEQHardwarePlatform::extractTILMetadataFile(const std::string& dest) const
   return extractFromProject(*this, kMetaDataInProject, dest);
 }
 
-void HTEQHardwarePlatform::writeToJSON() const {
+void HTEQHardwarePlatform::writeToJSON() const { writeJsonTo_(platformFile_); }
+
+void HTEQHardwarePlatform::writeJsonTo_(const std::string& archive) const {
   const std::string member = getJsonFileName();
-  if (platformFile_.empty() || member.empty()) return;
+  if (archive.empty() || member.empty()) return;
   const HPLPlatform* platform = dynamic_cast<const HPLPlatform*>(this);
   if (platform == nullptr)
     throw HEXAlgException("HTEQHardwarePlatform::writeToJSON() - Could not cast this to HPLPlatform");
@@ -158,7 +163,7 @@ void HTEQHardwarePlatform::writeToJSON() const {
   platform->toJSON(writer);
   std::ostringstream text;
   writer.write(text);
-  isl::iostreams::zip_ostream out(platformFile_, member, isl::iostreams::none);
+  isl::iostreams::zip_ostream out(archive, member, isl::iostreams::none);
   if (!out.is_open())
     throw HEXUserException("HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: " +
                            member);
@@ -177,24 +182,43 @@ void HTEQHardwarePlatform::archiveFile(const std::string& type, const std::strin
   HPLPlatform* platform = dynamic_cast<HPLPlatform*>(this);
   if (platform == nullptr)
     throw HEXAlgException("HTEQHardwarePlatform::archiveFile() - Could not cast this to HPLPlatform");
-  // One file of each type: the new entry replaces the old one in the list,
-  // while the old member stays in the archive.
-  platform->removeFileType(type);
-  platform->addFile(type, member);
-  _archiveFile(member, source);
-  writeToJSON();
-  attachDigest();
+  // The steps work on a copy beside the archive, which replaces it in one
+  // rename once all of them succeeded. The file list is kept to be restored.
+  std::vector<HPLFile> savedFiles;
+  for (auto range = platform->getFileVecRange(); range.first != range.second; ++range.first)
+    savedFiles.push_back(**range.first);
+  const std::string work = HUTFileUtils::uniquifyFilenameInDir(platformFile_ + ".update");
+  try {
+    HUTFile::copyFile(platformFile_, work);
+    // One file of each type: the new entry replaces the old one in the list,
+    // while the old member stays in the archive.
+    platform->removeFileType(type);
+    platform->addFile(type, member);
+    archiveFileTo_(work, member, source);
+    writeJsonTo_(work);
+    HUTZip::attachDigestEn(work);
+    HUTFile::renameFile(work, platformFile_);
+  } catch (...) {
+    HUTFile::rmRecursive(work);
+    platform->restoreFiles_(savedFiles);
+    throw;
+  }
 }
 
 void HTEQHardwarePlatform::_archiveFile(const std::string& member, const std::string& source) const {
-  if (platformFile_.empty()) return;
+  archiveFileTo_(platformFile_, member, source);
+}
+
+void HTEQHardwarePlatform::archiveFileTo_(const std::string& archive, const std::string& member,
+                                          const std::string& source) const {
+  if (archive.empty()) return;
   std::ifstream in;
   // A directory would open, and then read as nothing.
   if (HUTFile::isFile(source)) in.open(source, std::ios_base::in | std::ios_base::binary);
   if (!in.is_open())
     throw HEXUserException("HTEQHardwarePlatform::archiveFile() - Could not open file for reading: " +
                            source);
-  isl::iostreams::zip_ostream out(platformFile_, member, isl::iostreams::none);
+  isl::iostreams::zip_ostream out(archive, member, isl::iostreams::none);
   if (!out.is_open())
     throw HEXUserException("HTEQHardwarePlatform::archiveFile() - Could not open file for streaming: " +
                            platformFile_);
