@@ -49,7 +49,7 @@ const std::string kFull = R"(<?xml version="1.0" encoding="UTF-8"?>
   <GenAppInfo Name="gen" Version="2.1" CL=" 18446744073709551615 " TimeStamp="Mon"/>
   <CFA Vendor="acme" BoardId="b1" Name="plat" VersionMajor="3" VersionMinor="4" Description="d &amp; e"
        FeatureRomTimestamp="42" DcpLogicFunctionStripped="TRUE" DcpEncrypt="false" Unified="true" Fixed="x"
-       DefaultOutputType="xclbin">
+       DefaultOutputType="accbin">
     <Host Architecture="x86_64" Interface="pcie"/>
     <Build Flow="f" UsesPR="true" UsesDCP="no" StaticSynthCheckpoint="" PlatformState="pre_synth"
            AcceleratorBinaryFormat="fmt" AcceleratorBinaryContent="bit" ValidBinaryContentValues="a,,b"

@@ -52,7 +52,7 @@ CfaDoc representativeDoc() {
   d.genAppInfo = R"(<GenAppInfo Name="gen" Version="2.1" CL="4294967298" TimeStamp="Mon Jan 1"/>)";
   d.cfaAttrs = R"(Vendor="acme" BoardId="b1" Name="plat" VersionMajor="3" VersionMinor="4" )"
                R"(Description="d &amp; e" FeatureRomTimestamp="42" DcpLogicFunctionStripped="TRUE" )"
-               R"(DcpEncrypt="yes" Unified="True" Fixed="false" DefaultOutputType="xclbin")";
+               R"(DcpEncrypt="yes" Unified="True" Fixed="false" DefaultOutputType="accbin")";
   d.host = R"(<Host Architecture="AARCH64" Interface="axi"/>)";
   d.buildAttrs = R"(Flow="f" UsesPR="true" UsesDCP="no" PlatformState="impl" AcceleratorBinaryFormat="fmt" )"
                  R"(AcceleratorBinaryContent="dcp" ValidBinaryContentValues="a,,b" TopModuleName="top")";
@@ -65,7 +65,7 @@ CfaDoc representativeDoc() {
   d.designIPs =
       R"(<DesignIPs><IP InstanceName="ip0" VLNV="v:l:n:1"><Configuration><Parameter Name="P" Value="1"/>)"
       R"(<Parameter Name="Q" Value="2"/></Configuration></IP><IP InstanceName="ip1" VLNV="v:l:n:2"/></DesignIPs>)";
-  d.boardAttrs = R"(Name="brd" Vendor="bv" Part="xcu250-figd2104-2L-e" BoardPart="acme:brd:1.0")";
+  d.boardAttrs = R"(Name="brd" Vendor="bv" Part="pz250-pk2104-2L-e" BoardPart="acme:brd:1.0")";
   d.boardBody =
       R"(<Interfaces><Interface Id="int1" Name="PCIe" Type="gen3x16"/></Interfaces>
       <Memories>
@@ -83,7 +83,7 @@ CfaDoc representativeDoc() {
       <Drivers><Driver Name="drv" Vendor="dv" Version="1" Platform="linux" File="drv.ko"/></Drivers>
       <PCIeId Vendor="0x10ee" Device="0x5000" Subsystem="0x000e" FeatureId="0x1"/>)";
   d.devices =
-      R"(<Device Name="fpga0" Type="8" FpgaDevice="virtex:xcu250:figd2104:-2L:e">
+      R"(<Device Name="fpga0" Type="8" FpgaDevice="tarn:pz250:pk2104:-2L:e">
         <SystemClocks><SystemClock Name="clk0" Frequency="300.0"/><SystemClock Name="clk1" Frequency="500"/>)"
       R"(</SystemClocks>
         <Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="255" VLNV="v:l:core:1" InstancePath="/a" )"
@@ -110,7 +110,7 @@ CfaDoc representativeDoc() {
       <File Type="TCL" Name="post.tcl"/>)";
   d.featureRom =
       R"(<FeatureRom MajorVersion="10" MinorVersion="1" MorwenBuildID="4294967295" IPBuildID="7" )"
-      R"(TimeSinceEpoch="1600000000" FPGAPartName="xcu250-figd2104-2L-e" )"
+      R"(TimeSinceEpoch="1600000000" FPGAPartName="pz250-pk2104-2L-e" )"
       R"(VBNVName="acme:brd:plat:3.4_this_name_is_made_long_enough_to_go_beyond_sixty_three_bytes" )"
       R"(DDRChannelCount="4" DDRChannelSize="16" DRBaseAddress="18446744073709551615" FeatureBitMap="3" )"
       R"(UUID="01234567-89ab-cdef-0123-456789abcdef" CDMABaseAddress0="1" CDMABaseAddress2="3" )"

@@ -61,7 +61,7 @@ TEST_F(CfaXmlReaderMapping, IdentityGeneratorAndPlatformFlags) {
   EXPECT_EQ(platform_.getPlatformFile(), HUTFile::getCanonicalName(archive_));
   EXPECT_EQ((Strings{platform_.getVendor(), platform_.getBoardId(), platform_.getName(),
                      platform_.getDescription(), platform_.getDefaultOutputType()}),
-            (Strings{"acme", "b1", "plat", "d & e", "xclbin"}));
+            (Strings{"acme", "b1", "plat", "d & e", "accbin"}));
   EXPECT_EQ(platform_.getVersionMajor(), 3u);
   EXPECT_EQ(platform_.getVersionMinor(), 4u);
   EXPECT_EQ(platform_.getOldFeatureRomTime(), 42u);
@@ -94,7 +94,7 @@ TEST_F(CfaXmlReaderMapping, HostAndBuild) {
 TEST_F(CfaXmlReaderMapping, BoardWithInterfacesMemoriesConnectorsImagesAndPCIeIds) {
   const HPLBoard& board = platform_.getReadOnlyBoard();
   EXPECT_EQ((Strings{board.getName(), board.getVendor(), board.getPart(), board.getBoardPart()}),
-            (Strings{"brd", "bv", "xcu250-figd2104-2L-e", "acme:brd:1.0"}));
+            (Strings{"brd", "bv", "pz250-pk2104-2L-e", "acme:brd:1.0"}));
 
   const auto interfaces = all(platform_.createInterfaceIter());
   ASSERT_EQ(interfaces.size(), 1u);
@@ -143,7 +143,7 @@ TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
   ASSERT_EQ(devices.size(), 2u);
   const HPLDevice& fpga = *devices[0];
   EXPECT_EQ((Strings{fpga.getName(), fpga.getType(), fpga.getFpgaPart(), fpga.getPartDevice()}),
-            (Strings{"fpga0", "8", "virtex:xcu250:figd2104:-2L:e", "xcu250"}));
+            (Strings{"fpga0", "8", "tarn:pz250:pk2104:-2L:e", "pz250"}));
   EXPECT_EQ(fpga.getSystemClockMap(), (HPLDevice::ClockMap{{"clk0", "300.0"}, {"clk1", "500"}}));
   EXPECT_EQ(devices[1]->getName(), "cpu0");
   EXPECT_EQ(devices[1]->getFpgaPart(), "");
@@ -214,7 +214,7 @@ TEST_F(CfaXmlReaderMapping, FilesFeatureRomAndDesignIPs) {
       (std::vector<uint64_t>{rom.getCDMABaseAddress(0), rom.getCDMABaseAddress(1), rom.getCDMABaseAddress(2),
                              rom.getCDMABaseAddress(3), rom.getMaxTempLimit(), rom.getMaxPowerLimit()}),
       (std::vector<uint64_t>{1, 0, 3, 0, 90, 0}));
-  EXPECT_STREQ(rom.getFPGAPartName(), "xcu250-figd2104-2L-e");
+  EXPECT_STREQ(rom.getFPGAPartName(), "pz250-pk2104-2L-e");
   // A name longer than the ROM holds is cut to its first 63 bytes.
   const std::string longName =
       "acme:brd:plat:3.4_this_name_is_made_long_enough_to_go_beyond_sixty_three_bytes";
@@ -648,7 +648,7 @@ TEST(CfaXmlReaderFailure, ModelRefusalsAreReportedAsReadFailures) {
     std::string doc;
   };
   const Case cases[] = {
-      {"device part of two fields", replaced(base.text(), "virtex:xcu250:figd2104:-2L:e", "xc:u250")},
+      {"device part of two fields", replaced(base.text(), "tarn:pz250:pk2104:-2L:e", "pz:250")},
       {"design IP parameter given twice", replaced(base.text(), R"(Name="Q")", R"(Name="P")")},
       {"UUID that is none", replaced(base.text(), "01234567-89ab-cdef-0123-456789abcdef", "not-a-uuid")},
   };

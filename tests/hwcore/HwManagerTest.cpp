@@ -5,10 +5,10 @@
 
 TEST(HHSMHwManager, DatabasesAreNamedAfterTheirFileAndFoundByName) {
   zr_test::TempDir dir;
-  const std::string file = dir.write("board.xsa", "definition");
+  const std::string file = dir.write("board.hwd", "definition");
   HHSMHwManager manager;
-  EXPECT_FALSE(manager.openDefFile(dir.file("absent.xsa")));
-  EXPECT_EQ(manager.createHardwareDb(dir.file("absent.xsa")), nullptr);
+  EXPECT_FALSE(manager.openDefFile(dir.file("absent.hwd")));
+  EXPECT_EQ(manager.createHardwareDb(dir.file("absent.hwd")), nullptr);
   EXPECT_TRUE(manager.openDefFile(file));
   HHSMHardwareDb* first = manager.createHardwareDb(file, {{"top/rp0", "rm0.lfa"}});
   ASSERT_NE(first, nullptr);

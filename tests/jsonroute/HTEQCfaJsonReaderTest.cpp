@@ -31,7 +31,7 @@ std::string member(const std::string& extra = "", const std::string& name = "bas
          name +
          "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
          "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
-         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": \"tzq9kp:xctzq9kp:ffvb676:-2:e\",\n"
+         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": \"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
          "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
          "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": \"4096\"}],\n"
          "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", \"default\": "

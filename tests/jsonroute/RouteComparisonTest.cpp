@@ -22,7 +22,7 @@ const char kCfaXml[] = R"(<?xml version="1.0" encoding="UTF-8"?>
   <CFA Vendor="acme" BoardId="card" Name="base" VersionMajor="3" VersionMinor="2" Description="the card">
     <Host Architecture="x86_64" Interface="pcie"/>
     <Build UsesPR="true" PlatformState="impl"/>
-    <Board Name="acme:card:1.0" Vendor="acme" Part="xctzq9kp-ffvb676-2-e">
+    <Board Name="acme:card:1.0" Vendor="acme" Part="ptzq9kp-pk676-2-e">
       <Interfaces><Interface Id="int1" Name="PCIe" Type="gen3x16"/></Interfaces>
       <Memories>
         <Memory Name="ddr0" Type="ddr4" Size="16GB"/>

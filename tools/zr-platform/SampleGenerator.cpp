@@ -70,12 +70,12 @@ void fillPlatform(HPLPlatform& p, const std::string& name, Kind kind, const Coun
   HPLBoard& board = p.getBoard();
   board.setName("acme:" + name + ":1.0");
   board.setVendor("acme");
-  board.setPart("xctzq9kp-ffvb676-2-e");
+  board.setPart("ptzq9kp-pk676-2-e");
 
   HPLDevice* device = p.addDevice();
   device->setName("fpga0");
   device->setType("8");
-  device->setFpgaPart("tzq9kp:xctzq9kp:ffvb676:-2:e");
+  device->setFpgaPart("tzq9kp:ptzq9kp:pk676:-2:e");
   device->setNumSLRs(3);
   HPLCore& core = device->getCore();
   core.setName("OCL_REGION_0");
@@ -190,7 +190,7 @@ std::string cfaXml(const std::string& name, const Counts& c) {
          "Description=\"Sample platform " + name + "\" Fixed=\"false\">\n"
          "    <Host Architecture=\"aarch64\" Interface=\"axi\"/>\n"
          "    <Build UsesPR=\"false\" PlatformState=\"impl\"/>\n"
-         "    <Board Name=\"acme:" + name + ":1.0\" Vendor=\"acme\" Part=\"xctzq9kp-ffvb676-2-e\">\n"
+         "    <Board Name=\"acme:" + name + ":1.0\" Vendor=\"acme\" Part=\"ptzq9kp-pk676-2-e\">\n"
          "      <Memories>\n" + memories +
          "      </Memories>\n"
          "      <Images/>\n"
