@@ -10,30 +10,24 @@
 #include <fstream>
 #include <string>
 
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
 
 namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-
 std::string archivePath;
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // Readers print some failures on standard output.
-  if (std::freopen("/dev/null", "w", stdout) == nullptr) return 1;
-  char dir[] = "/tmp/zr-fuzz-lfa-XXXXXX";
-  if (mkdtemp(dir) == nullptr) std::abort();
-  archivePath = std::string(dir) + "/plat.lfa";
+  if (!zr_fuzz::silenceStdout()) return 1;
+  archivePath = zr_fuzz::scratchFile("lfa", "plat.lfa");
   return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   {
     std::ofstream out(archivePath, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));

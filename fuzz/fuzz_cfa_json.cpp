@@ -10,20 +10,14 @@
 #include <cstdint>
 #include <string>
 
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
 
-namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   HPLPlatform platform;
   try {
     HTEQCfaJsonReader(&platform).parseJsonString(std::string(reinterpret_cast<const char*>(data), size));

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "TEQCfaXmlLMX.h"
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTZip.h"
@@ -19,25 +20,18 @@
 #include "platform/HTEQCfaXmlReader.h"
 
 namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-
 std::string archivePath;
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // Members the reader cannot parse are reported on standard output.
-  if (std::freopen("/dev/null", "w", stdout) == nullptr) return 1;
-  char dir[] = "/tmp/zr-fuzz-cfa-XXXXXX";
-  if (mkdtemp(dir) == nullptr) std::abort();
-  archivePath = std::string(dir) + "/plat.lfa";
+  if (!zr_fuzz::silenceStdout()) return 1;
+  archivePath = zr_fuzz::scratchFile("cfa", "plat.lfa");
   return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   try {
     BasePlatform::Root root;
     root.Unmarshal(reinterpret_cast<const char*>(data), size);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "TEQEmulationLMX.h"
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
@@ -13,15 +14,8 @@
 #include "platform/HTEQEmulationFile.h"
 #include "platform/HTEQEmulations.h"
 
-namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   try {
     TEQEmulation::Root root;
     root.Unmarshal(reinterpret_cast<const char*>(data), size, "fuzz.xml");

@@ -7,26 +7,20 @@
 #include <cstdio>
 #include <string>
 
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHpfmReader.h"
 
-namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-}  // namespace
-
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // The reader prints its failures on standard output; libFuzzer reports on
   // standard error.
-  if (std::freopen("/dev/null", "w", stdout) == nullptr) return 1;
+  if (!zr_fuzz::silenceStdout()) return 1;
   return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   const std::string text(reinterpret_cast<const char*>(data), size);
   HPLPlatform platform;
   HTEQHpfmReader reader(text, &platform);

@@ -7,18 +7,12 @@
 #include <string>
 
 #include "TEQSoftwarePlatformLMX.h"
+#include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 
-namespace {
-struct Silent : ComMsgSink {
-  void receive(const ComMsg&) override {}
-};
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Silent silent;
-  ComMsgMgrInstance().setSink(&silent);
+  zr_fuzz::silenceMessages();
   TEQSoftwarePlatform::Platform platform;
   try {
     platform = TEQSoftwarePlatform::unmarshalString(std::string(reinterpret_cast<const char*>(data), size),

@@ -47,12 +47,7 @@ void unmarshal(Root& target, DebugError* debugError, Parse parse) {
 }
 
 std::string marshalText(const Root& root) {
-  std::string why;
-  if (!root.IsOccursOk(&why)) throw HXMLException("cannot write the CFA XML document: " + why, 0);
-  zr_xml::Builder builder("Root");
-  zr_xml_record::RecordWriter::write(builder.root(), root);
-  builder.validate(ZR_XML_SCHEMA(cfa));
-  return builder.toString();
+  return zr_xml_record::marshalRecord(root, "Root", ZR_XML_SCHEMA(cfa), "CFA XML document");
 }
 
 }  // namespace

@@ -34,12 +34,7 @@ void fillFrom(Root& target, const zr_xml::Document& doc) {
 }
 
 std::string marshalText(const Root& root) {
-  std::string why;
-  if (!root.IsOccursOk(&why)) throw HXMLException("cannot write the emulation XML document: " + why, 0);
-  zr_xml::Builder builder("Root");
-  zr_xml_record::RecordWriter::write(builder.root(), root);
-  builder.validate(ZR_XML_SCHEMA(emulation));
-  return builder.toString();
+  return zr_xml_record::marshalRecord(root, "Root", ZR_XML_SCHEMA(emulation), "emulation XML document");
 }
 
 }  // namespace

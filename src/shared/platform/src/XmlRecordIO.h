@@ -151,6 +151,19 @@ class OccursChecker {
   bool ok_ = true;
 };
 
+// The document text of a root record: its occurrence rules checked first
+// (a clear error naming what is missing), then built, validated against the
+// schema and written. `what` names the document in errors.
+template <class R>
+std::string marshalRecord(const R& root, const char* rootName, const zr_xml::Schema& schema, const char* what) {
+  std::string why;
+  if (!root.IsOccursOk(&why)) throw HXMLException(std::string("cannot write the ") + what + ": " + why, 0);
+  zr_xml::Builder builder(rootName);
+  RecordWriter::write(builder.root(), root);
+  builder.validate(schema);
+  return builder.toString();
+}
+
 }  // namespace zr_xml_record
 
 #endif
