@@ -78,7 +78,7 @@ void checkMemberName(const std::string& archive, const std::string& name) {
     throw HEXDataException("archive '" + archive + "': the member name '" + name + "' is refused: " + reason);
 }
 
-Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path), mode_(mode) {
+Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path) {
   if (path.empty()) throw HEXUserException("no archive path was given");
   if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
   if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);

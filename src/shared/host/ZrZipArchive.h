@@ -80,7 +80,6 @@ class Archive {
   std::string path_;
   std::string file_;  // the file behind path_ when that is a symbolic link
   zip* za_ = nullptr;
-  OpenMode mode_;
 };
 
 // Reads one member in pieces, refusing to go past the size limit or past the
