@@ -40,12 +40,15 @@ class ZR_PLATFORM_API HTEQJSONUtils {
   static long getLongValue(const OptTree& tree, const std::string& key, long fallback);
   static unsigned long getUnsignedLongValue(const OptTree& tree, const std::string& key, unsigned long fallback);
 
+  // The deepest nesting readJSON accepts by default.
+  static constexpr unsigned kMaxDepth = 512;
+
   // Reads JSON text into a tree. Unlike the property tree's own reader this one
   // refuses documents nested deeper than maxDepth before parsing (the parser
   // recurses once per level) and reports every failure as HEXDataException
   // naming `name`.
-  static void readJSON(std::istream& in, Tree& tree, const std::string& name, unsigned maxDepth = 512);
-  static void readJSON(const std::string& text, Tree& tree, const std::string& name, unsigned maxDepth = 512);
+  static void readJSON(std::istream& in, Tree& tree, const std::string& name, unsigned maxDepth = kMaxDepth);
+  static void readJSON(const std::string& text, Tree& tree, const std::string& name, unsigned maxDepth = kMaxDepth);
 };
 
 #endif

@@ -1,12 +1,11 @@
 #include "platform/HTEQJSONUtils.h"
 
-#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 #include <cstdlib>
-#include <iterator>
-#include <sstream>
 
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
+#include "JsonDocument.h"
 
 using Tree = HTEQJSONUtils::Tree;
 
@@ -92,42 +91,15 @@ unsigned long HTEQJSONUtils::getUnsignedLongValue(const OptTree& tree, const std
 }
 
 void HTEQJSONUtils::readJSON(std::istream& in, Tree& tree, const std::string& name, unsigned maxDepth) {
-  std::string text;
-  try {
-    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  } catch (const std::exception&) {
-    // A stream on something that is no file (a directory) fails while reading.
-    throw HEXDataException(name + ": cannot read the JSON text");
-  }
-  if (in.bad()) throw HEXDataException(name + ": cannot read the JSON text");
-  readJSON(text, tree, name, maxDepth);
+  readJSON(zr_json::readText(in, name), tree, name, maxDepth);
 }
 
 void HTEQJSONUtils::readJSON(const std::string& text, Tree& tree, const std::string& name, unsigned maxDepth) {
-  // The property tree's parser recurses once per nesting level; measure the
-  // depth first so that a hostile document cannot exhaust the stack.
-  unsigned depth = 0;
-  bool inString = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (inString) {
-      if (c == '\\') ++i;
-      else if (c == '"') inString = false;
-      continue;
-    }
-    if (c == '"') {
-      inString = true;
-    } else if (c == '{' || c == '[') {
-      if (++depth > maxDepth)
-        throw HEXDataException(name + ": JSON nested deeper than " + std::to_string(maxDepth) + " levels");
-    } else if ((c == '}' || c == ']') && depth > 0) {
-      --depth;
-    }
-  }
-  std::istringstream in(text);
-  try {
-    boost::property_tree::read_json(in, tree);
-  } catch (const boost::property_tree::json_parser_error& e) {
-    throw HEXDataException(name + ":" + std::to_string(e.line()) + ": " + e.message());
-  }
+  // The flat document parses without recursing past the depth limit and
+  // without an allocation per node; the tree is built from it in one pass.
+  zr_json::Document doc;
+  zr_json::readDocument(text, doc, name, maxDepth);
+  Tree result;
+  doc.toTree(result);
+  tree.swap(result);
 }

@@ -1,9 +1,9 @@
 #include "platform/HTEQPlatformCAPI.h"
 
 #include <cstring>
-#include <sstream>
 #include <stdexcept>
 
+#include "JsonText.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/JSONObjectWriter.h"
 #include "platform/PlatformLoader.h"
@@ -16,12 +16,12 @@ std::shared_ptr<HTEQPlatform> loadPlatform(const char* file) {
   return loader.load();
 }
 
+// The writer's text as a string the caller frees, written straight into that
+// string: the text is never held twice.
 char* toCString(const teq_platform::JSONObjectWriter& writer) {
-  std::ostringstream out;
-  writer.write(out);
-  const std::string text = out.str();
-  char* result = new char[text.size() + 1];
-  std::memcpy(result, text.c_str(), text.size() + 1);
+  const std::size_t size = zr_json::textSize(writer.getTree());
+  char* result = new char[size + 1];
+  *zr_json::writeText(writer.getTree(), result) = '\0';
   return result;
 }
 

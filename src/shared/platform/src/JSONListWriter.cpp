@@ -28,7 +28,8 @@ void JSONListWriter::addItem(JSONWriter&& item) {
 
 void JSONListWriter::addItem(const std::string& value) {
   if (value.empty()) return;
-  getTree().push_back(Tree::value_type(std::string(), Tree(value)));
+  getTree().push_back(Tree::value_type(std::string(), Tree()));
+  getTree().back().second.data() = value;
 }
 
 void JSONListWriter::addItem(bool) {

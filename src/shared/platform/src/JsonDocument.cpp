@@ -1,0 +1,419 @@
+#include "JsonDocument.h"
+
+#include <boost/property_tree/json_parser.hpp>
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <sstream>
+
+#include "host/HEXAll.h"
+
+namespace zr_json {
+
+using Tree = boost::property_tree::ptree;
+
+const JsonNode* JsonNode::child(std::string_view name) const {
+  for (const JsonNode* c = first; c != nullptr; c = c->next)
+    if (c->key == name) return c;
+  return nullptr;
+}
+
+namespace {
+
+// Bytes a string cannot simply copy: its end, escapes, control characters
+// and the start of a multi-byte character.
+struct SpecialBytes {
+  bool table[256] = {};
+  constexpr SpecialBytes() {
+    for (int c = 0; c < 0x20; ++c) table[c] = true;
+    for (int c = 0x80; c < 0x100; ++c) table[c] = true;
+    table[static_cast<int>('"')] = true;
+    table[static_cast<int>('\\')] = true;
+  }
+  bool operator[](unsigned char c) const { return table[c]; }
+};
+constexpr SpecialBytes kSpecial{};
+
+}  // namespace
+
+// Recursive descent over the grammar the property tree's parser accepts:
+// RFC 8259 JSON with its UTF-8 check (a lead byte and the right number of
+// continuation bytes, no control characters in strings). Decoded strings go
+// into one block no larger than the text plus one byte: every stored text is
+// at most as long as its source and is followed by a NUL where the source had
+// a quote or a delimiter. Any deviation answers false; the caller then asks
+// the reference parser, which reports the error.
+class Document::Parser {
+ public:
+  Parser(Document& doc, std::string_view text, unsigned maxDepth)
+      : doc_(doc), p_(text.data()), end_(text.data() + text.size()), maxDepth_(maxDepth) {}
+
+  bool run() {
+    skipWs();
+    if (!value(*doc_.root_, 0)) return false;
+    skipWs();
+    return p_ == end_;
+  }
+
+ private:
+  void skipWs() {
+    while (p_ != end_ && (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t')) ++p_;
+  }
+
+  bool literal(const char* word, std::size_t n) {
+    if (static_cast<std::size_t>(end_ - p_) < n || std::memcmp(p_, word, n) != 0) return false;
+    p_ += n;
+    return true;
+  }
+
+  bool value(Node& node, unsigned depth) {
+    if (p_ == end_) return false;
+    switch (*p_) {
+      case '{':
+        return object(node, depth + 1);
+      case '[':
+        return array(node, depth + 1);
+      case '"':
+        return string(node.data);
+      case 't':
+        node.data = "true";
+        return literal("true", 4);
+      case 'f':
+        node.data = "false";
+        return literal("false", 5);
+      case 'n':
+        node.data = "null";
+        return literal("null", 4);
+      default:
+        return number(node.data);
+    }
+  }
+
+  static bool digit(char c) { return c >= '0' && c <= '9'; }
+
+  bool number(std::string_view& out) {
+    const char* start = p_;
+    if (p_ != end_ && *p_ == '-') ++p_;
+    if (p_ == end_) return false;
+    if (*p_ == '0') {
+      ++p_;
+    } else if (*p_ >= '1' && *p_ <= '9') {
+      while (p_ != end_ && digit(*p_)) ++p_;
+    } else {
+      return false;
+    }
+    if (p_ != end_ && *p_ == '.') {
+      ++p_;
+      if (p_ == end_ || !digit(*p_)) return false;
+      while (p_ != end_ && digit(*p_)) ++p_;
+    }
+    if (p_ != end_ && (*p_ == 'e' || *p_ == 'E')) {
+      ++p_;
+      if (p_ != end_ && (*p_ == '+' || *p_ == '-')) ++p_;
+      if (p_ == end_ || !digit(*p_)) return false;
+      while (p_ != end_ && digit(*p_)) ++p_;
+    }
+    const std::size_t n = static_cast<std::size_t>(p_ - start);
+    char* dst = doc_.strings_.get() + doc_.used_;
+    std::memcpy(dst, start, n);
+    dst[n] = '\0';
+    doc_.used_ += n + 1;
+    out = std::string_view(dst, n);
+    return true;
+  }
+
+  static int hex(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    return -1;
+  }
+
+  bool hexQuad(unsigned& cp) {
+    if (end_ - p_ < 4) return false;
+    cp = 0;
+    for (int i = 0; i < 4; ++i) {
+      const int v = hex(*p_++);
+      if (v < 0) return false;
+      cp = cp * 16 + static_cast<unsigned>(v);
+    }
+    return true;
+  }
+
+  static char* utf8(unsigned cp, char* dst) {
+    if (cp <= 0x7f) {
+      *dst++ = static_cast<char>(cp);
+    } else if (cp <= 0x7ff) {
+      *dst++ = static_cast<char>(0xc0 | (cp >> 6));
+      *dst++ = static_cast<char>(0x80 | (cp & 0x3f));
+    } else if (cp <= 0xffff) {
+      *dst++ = static_cast<char>(0xe0 | (cp >> 12));
+      *dst++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3f));
+      *dst++ = static_cast<char>(0x80 | (cp & 0x3f));
+    } else {
+      *dst++ = static_cast<char>(0xf0 | (cp >> 18));
+      *dst++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3f));
+      *dst++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3f));
+      *dst++ = static_cast<char>(0x80 | (cp & 0x3f));
+    }
+    return dst;
+  }
+
+  bool escape(char*& dst) {
+    if (p_ == end_) return false;
+    const char c = *p_++;
+    switch (c) {
+      case '"': *dst++ = '"'; return true;
+      case '\\': *dst++ = '\\'; return true;
+      case '/': *dst++ = '/'; return true;
+      case 'b': *dst++ = '\b'; return true;
+      case 'f': *dst++ = '\f'; return true;
+      case 'n': *dst++ = '\n'; return true;
+      case 'r': *dst++ = '\r'; return true;
+      case 't': *dst++ = '\t'; return true;
+      case 'u': break;
+      default: return false;
+    }
+    unsigned cp;
+    if (!hexQuad(cp)) return false;
+    if ((cp & 0xfc00) == 0xdc00) return false;
+    if ((cp & 0xfc00) == 0xd800) {
+      unsigned low;
+      if (end_ - p_ < 2 || p_[0] != '\\' || p_[1] != 'u') return false;
+      p_ += 2;
+      if (!hexQuad(low) || (low & 0xfc00) != 0xdc00) return false;
+      cp = 0x010000 + (((cp & 0x3ff) << 10) | (low & 0x3ff));
+    }
+    dst = utf8(cp, dst);
+    return true;
+  }
+
+  // One encoded character starting with a byte above 0x7f: a lead byte
+  // followed by its continuation bytes, copied as they are.
+  bool multiByte(char*& dst) {
+    static const signed char kTrailing[] = {-1, -1, -1, -1, -1, -1, -1, -1, 1, 1, 1, 1, 2, 2, 3, -1};
+    const unsigned char lead = static_cast<unsigned char>(*p_);
+    const int trailing = kTrailing[(lead & 0x7f) >> 3];
+    if (trailing < 0 || end_ - p_ <= trailing) return false;
+    *dst++ = *p_++;
+    for (int i = 0; i < trailing; ++i) {
+      if ((static_cast<unsigned char>(*p_) & 0xc0) != 0x80) return false;
+      *dst++ = *p_++;
+    }
+    return true;
+  }
+
+
+  bool string(std::string_view& out) {
+    ++p_;  // the opening quote
+    char* const begin = doc_.strings_.get() + doc_.used_;
+    char* dst = begin;
+    for (;;) {
+      // Plain ASCII is copied a run at a time.
+      const char* run = p_;
+      while (p_ != end_ && !kSpecial[static_cast<unsigned char>(*p_)]) ++p_;
+      std::memcpy(dst, run, static_cast<std::size_t>(p_ - run));
+      dst += p_ - run;
+      if (p_ == end_) return false;
+      const unsigned char c = static_cast<unsigned char>(*p_);
+      if (c == '"') break;
+      if (c == '\\') {
+        ++p_;
+        if (!escape(dst)) return false;
+      } else if (c < 0x20) {
+        return false;
+      } else if (c < 0x80) {
+        *dst++ = *p_++;
+      } else if (!multiByte(dst)) {
+        return false;
+      }
+    }
+    ++p_;
+    *dst = '\0';
+    out = std::string_view(begin, static_cast<std::size_t>(dst - begin));
+    doc_.used_ += out.size() + 1;
+    return true;
+  }
+
+  bool array(Node& node, unsigned depth) {
+    if (depth > maxDepth_) return false;
+    ++p_;
+    skipWs();
+    if (p_ != end_ && *p_ == ']') {
+      ++p_;
+      return true;
+    }
+    Node* last = nullptr;
+    for (;;) {
+      skipWs();
+      Node* item = doc_.newNode();
+      (last ? last->next : node.first) = item;
+      last = item;
+      if (!value(*item, depth)) return false;
+      skipWs();
+      if (p_ == end_) return false;
+      if (*p_ == ',') {
+        ++p_;
+        continue;
+      }
+      if (*p_ != ']') return false;
+      ++p_;
+      return true;
+    }
+  }
+
+  bool object(Node& node, unsigned depth) {
+    if (depth > maxDepth_) return false;
+    ++p_;
+    skipWs();
+    if (p_ != end_ && *p_ == '}') {
+      ++p_;
+      return true;
+    }
+    Node* last = nullptr;
+    for (;;) {
+      skipWs();
+      if (p_ == end_ || *p_ != '"') return false;
+      Node* member = doc_.newNode();
+      (last ? last->next : node.first) = member;
+      last = member;
+      if (!string(member->key)) return false;
+      skipWs();
+      if (p_ == end_ || *p_ != ':') return false;
+      ++p_;
+      skipWs();
+      if (!value(*member, depth)) return false;
+      skipWs();
+      if (p_ == end_) return false;
+      if (*p_ == ',') {
+        ++p_;
+        continue;
+      }
+      if (*p_ != '}') return false;
+      ++p_;
+      return true;
+    }
+  }
+
+  Document& doc_;
+  const char* p_;
+  const char* const end_;
+  const unsigned maxDepth_;
+};
+
+Document::Document() { clear(); }
+
+void Document::clear() {
+  blocks_.clear();
+  blockUsed_ = 0;
+  blockSize_ = 0;
+  extra_.clear();
+  strings_.reset();
+  used_ = 0;
+  root_ = newNode();
+}
+
+Document::Node* Document::newNode() {
+  // Blocks grow from 32 nodes to 4096, so that a small document stays small.
+  if (blockUsed_ == blockSize_) {
+    blockSize_ = blockSize_ == 0 ? 32 : std::min<std::size_t>(blockSize_ * 2, 4096);
+    blocks_.emplace_back(new Node[blockSize_]);
+    blockUsed_ = 0;
+  }
+  return &blocks_.back()[blockUsed_++];
+}
+
+bool Document::parse(std::string_view text, unsigned maxDepth) {
+  clear();
+  // The reference parser skips three bytes after a leading 0xEF whatever
+  // they are; such texts are left to it.
+  if (!text.empty() && static_cast<unsigned char>(text[0]) == 0xef) return false;
+  strings_.reset(new char[text.size() + 1]);
+  Parser parser(*this, text, maxDepth);
+  if (parser.run()) return true;
+  clear();
+  return false;
+}
+
+std::string_view Document::store(const std::string& text) {
+  if (text.empty()) return std::string_view();
+  extra_.push_back(text);
+  return extra_.back();
+}
+
+void Document::assign(const Tree& tree) {
+  clear();
+  struct Copier {
+    Document& doc;
+    void operator()(const Tree& from, Node& to) {
+      to.data = doc.store(from.data());
+      Node* last = nullptr;
+      for (const auto& child : from) {
+        Node* n = doc.newNode();
+        (last ? last->next : to.first) = n;
+        last = n;
+        n->key = doc.store(child.first);
+        (*this)(child.second, *n);
+      }
+    }
+  };
+  Copier{*this}(tree, *root_);
+}
+
+void Document::toTree(const Node& node, Tree& tree) {
+  tree.data().assign(node.data.data(), node.data.size());
+  for (const Node* c = node.first; c != nullptr; c = c->next) {
+    tree.push_back(Tree::value_type(std::string(c->key), Tree()));
+    toTree(*c, tree.back().second);
+  }
+}
+
+std::string readText(std::istream& in, const std::string& name) {
+  std::string text;
+  try {
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  } catch (const std::exception&) {
+    throw HEXDataException(name + ": cannot read the JSON text");
+  }
+  if (in.bad()) throw HEXDataException(name + ": cannot read the JSON text");
+  return text;
+}
+
+void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth) {
+  // The parser keeps to the depth limit itself, so a text it takes is no
+  // deeper than allowed.
+  if (doc.parse(text, maxDepth)) return;
+  // Otherwise nesting is measured first, so that a hostile document is
+  // refused with the same message whatever else is wrong with it (and the
+  // recursive reference parser never sees it).
+  unsigned depth = 0;
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (inString) {
+      if (c == '\\') ++i;
+      else if (c == '"') inString = false;
+      continue;
+    }
+    if (c == '"') {
+      inString = true;
+    } else if (c == '{' || c == '[') {
+      if (++depth > maxDepth)
+        throw HEXDataException(name + ": JSON nested deeper than " + std::to_string(maxDepth) + " levels");
+    } else if ((c == '}' || c == ']') && depth > 0) {
+      --depth;
+    }
+  }
+  // Malformed text (or a form only the reference parser takes): its parser
+  // says what is wrong, with the line.
+  Tree tree;
+  std::istringstream in(text);
+  try {
+    boost::property_tree::read_json(in, tree);
+  } catch (const boost::property_tree::json_parser_error& e) {
+    throw HEXDataException(name + ":" + std::to_string(e.line()) + ": " + e.message());
+  }
+  doc.assign(tree);
+}
+
+}  // namespace zr_json

@@ -1,0 +1,117 @@
+#ifndef PLATFORM_SRC_JSONDOCUMENT_H
+#define PLATFORM_SRC_JSONDOCUMENT_H
+
+#include <boost/property_tree/ptree.hpp>
+#include <cstddef>
+#include <deque>
+#include <istream>
+#include <vector>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace zr_json {
+
+struct JsonNode;
+
+// The children of a node, in document order.
+class JsonChildren {
+ public:
+  class iterator {
+   public:
+    explicit iterator(const JsonNode* n) : n_(n) {}
+    const JsonNode& operator*() const { return *n_; }
+    const JsonNode* operator->() const { return n_; }
+    inline iterator& operator++();
+    bool operator!=(const iterator& o) const { return n_ != o.n_; }
+    bool operator==(const iterator& o) const { return n_ == o.n_; }
+
+   private:
+    const JsonNode* n_;
+  };
+  explicit JsonChildren(const JsonNode* first) : first_(first) {}
+  iterator begin() const { return iterator(first_); }
+  iterator end() const { return iterator(nullptr); }
+
+ private:
+  const JsonNode* first_;
+};
+
+// One value of a document with its key (empty for array items and the root).
+struct JsonNode {
+  std::string_view key;
+  // Empty for objects and arrays. Every non-empty key and value is followed
+  // by a NUL, so the C library's number parsers can read it in place.
+  std::string_view data;
+  const JsonNode* first = nullptr;
+  const JsonNode* next = nullptr;
+
+  JsonChildren children() const { return JsonChildren(first); }
+  bool empty() const { return first == nullptr; }
+  // The first child with this key, as the property tree's lookup of a
+  // one-segment path answers; null when there is none.
+  const JsonNode* child(std::string_view name) const;
+};
+
+JsonChildren::iterator& JsonChildren::iterator::operator++() {
+  n_ = n_->next;
+  return *this;
+}
+
+// A read-only JSON document that holds what the property tree's parser would
+// build (every value as text, arrays as children with empty keys, duplicate
+// keys kept in order) in a few flat blocks instead of several allocations per
+// node. Reading a platform's metadata through it avoids most of the cost of
+// the property tree while giving the same results.
+class Document {
+ public:
+  using Node = JsonNode;
+
+  Document();
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  // Parses `text`, which must be valid JSON as the property tree's parser
+  // accepts it. Returns false, and leaves the document empty, for anything
+  // else: malformed text, nesting deeper than `maxDepth`, or a leading byte
+  // order mark. Callers then let the reference parser report the error.
+  bool parse(std::string_view text, unsigned maxDepth);
+
+  // Rebuilds the document from a property tree (used when only the reference
+  // parser could read a text).
+  void assign(const boost::property_tree::ptree& tree);
+
+  const Node& root() const { return *root_; }
+
+  // The property tree the reference parser would have built.
+  void toTree(boost::property_tree::ptree& tree) const { toTree(root(), tree); }
+  static void toTree(const Node& node, boost::property_tree::ptree& tree);
+
+ private:
+  class Parser;
+  void clear();
+  Node* newNode();
+  std::string_view store(const std::string& text);
+
+  // Nodes live in blocks that never move, so that they can point at each other.
+  std::vector<std::unique_ptr<Node[]>> blocks_;
+  std::size_t blockUsed_ = 0;
+  std::size_t blockSize_ = 0;
+  std::unique_ptr<char[]> strings_;
+  std::size_t used_ = 0;
+  std::deque<std::string> extra_;  // texts copied in by assign()
+  Node* root_;
+};
+
+// The whole text of a stream, or HEXDataException naming `name` when it
+// cannot be read (a stream on a directory fails while reading).
+std::string readText(std::istream& in, const std::string& name);
+
+// Reads `text` into `doc` exactly as HTEQJSONUtils::readJSON reads it into a
+// property tree, with the same errors: HEXDataException naming `name` and
+// the line, or the depth limit.
+void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth);
+
+}  // namespace zr_json
+
+#endif
