@@ -42,6 +42,8 @@ class ZR_PLATFORM_API HUTZip {
   // True when the archive has a member of exactly this name that is not a
   // directory entry. False for a missing, unreadable or damaged archive.
   static bool containsFile(const std::string& zipFile, const std::string& member);
+  // containsFile for several names, opening the archive once.
+  static std::vector<bool> containsFiles(const std::string& zipFile, const std::vector<std::string>& members);
 
   // The member names in archive order, directory entries (ending in "/") included.
   static std::vector<std::string> getFiles(const std::string& zipFile);

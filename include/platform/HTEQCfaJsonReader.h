@@ -1,12 +1,14 @@
 #ifndef PLATFORM_HTEQCFAJSONREADER_H
 #define PLATFORM_HTEQCFAJSONREADER_H
 
-#include <boost/property_tree/ptree_fwd.hpp>
 #include <string>
 
 #include "platform/PlatformLoader.h"
 
 class HPLPlatform;
+namespace zr_json {
+struct JsonNode;
+}
 
 // Fills one HPLPlatform from the JSON member of a hardware archive: the
 // newer of the two routes into the model. Keys sit at the top level of the
@@ -28,6 +30,9 @@ class ZR_PLATFORM_API HTEQCfaJsonReader {
   // canParse, then the emulation member inside "hw_emu".
   bool canParseHwEmu(const std::string& archive, Mode mode, std::string& member);
   bool parseCFA(const std::string& archive, Mode mode);
+  // Fills the platform from the member canParse named, without looking for
+  // it again.
+  bool parseMember(const std::string& archive, const std::string& member);
   // Fills the platform as the hardware emulation child of the archive.
   bool parseHwEmuLFA(const std::string& archive, Mode mode);
   // A stand-alone JSON file; false when it is not a file. Exceptions pass.
@@ -42,15 +47,18 @@ class ZR_PLATFORM_API HTEQCfaJsonReader {
   bool readHpfmNocConnectivity(const std::string& hpfm);
 
  private:
+  // canParse's work; with `emuFound`, also whether the two emulation members
+  // are there.
+  bool locateMembers_(const std::string& archive, Mode mode, std::string& member, bool* emuFound);
   bool parseMember_(const std::string& archive, const std::string& member, bool child);
-  void parseRoot_(const boost::property_tree::ptree& root);
-  void parseDesignIntent_(const boost::property_tree::ptree& intent, const boost::property_tree::ptree& root);
-  void parseBoard_(const boost::property_tree::ptree& board);
-  void parseDevices_(const boost::property_tree::ptree& devices);
-  void parseMemories_(const boost::property_tree::ptree& memories);
-  void parseFiles_(const boost::property_tree::ptree& files);
-  void parseFeatureRoms_(const boost::property_tree::ptree& roms);
-  void parseSystemClocks_(const boost::property_tree::ptree& clocks);
+  void parseRoot_(const zr_json::JsonNode& root);
+  void parseDesignIntent_(const zr_json::JsonNode& intent, const zr_json::JsonNode& root);
+  void parseBoard_(const zr_json::JsonNode& board);
+  void parseDevices_(const zr_json::JsonNode& devices);
+  void parseMemories_(const zr_json::JsonNode& memories);
+  void parseFiles_(const zr_json::JsonNode& files);
+  void parseFeatureRoms_(const zr_json::JsonNode& roms);
+  void parseSystemClocks_(const zr_json::JsonNode& clocks);
   void parseEmulationFile_(const std::string& type, const std::string& member);
 
   HPLPlatform* platform_;

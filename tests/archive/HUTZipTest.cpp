@@ -86,6 +86,12 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   EXPECT_FALSE(HUTZip::containsFile(dir.file("missing.zip"), "sw/a.spfm"));
   EXPECT_FALSE(HUTZip::containsFile(dir.write("plain.txt", "not a zip"), "sw/a.spfm"));
   EXPECT_FALSE(HUTZip::containsFile(dir.path(), "sw/a.spfm"));
+  // Several names at one look give the same answers, in order; a damaged
+  // archive answers false for all.
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/b.spfm", "sw/a.spfm", "sw/", "sw/a.spfm"}),
+            (std::vector<bool>{false, true, false, true}));
+  EXPECT_EQ(HUTZip::containsFiles(dir.write("cut.zip", "PK\x03\x04"), {"sw/a.spfm", "x"}),
+            (std::vector<bool>{false, false}));
   // A pipe would block a reader for ever: it is refused at once.
   const std::string fifo = dir.file("pipe.cfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);

@@ -1,5 +1,8 @@
 #include "host/HUTFile.h"
 
+#include <climits>
+#include <cstdlib>
+
 #include <unistd.h>
 
 #include <boost/filesystem.hpp>
@@ -32,6 +35,11 @@ std::string HUTFile::getSeparator() { return "/"; }
 
 std::string HUTFile::getCanonicalName(const std::string& path) {
   if (path.empty()) return path;
+  // A path that exists resolves in one pass of the C library (platform loads
+  // ask for the same archive's name several times; the general route below
+  // looks at every component more than once).
+  char resolved[PATH_MAX];
+  if (::realpath(path.c_str(), resolved) != nullptr) return resolved;
   boost::system::error_code ec;
   fs::path p = fs::weakly_canonical(fs::absolute(path), ec);
   if (ec) p = fs::absolute(path).lexically_normal();

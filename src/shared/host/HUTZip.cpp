@@ -95,13 +95,21 @@ void requireExisting(const std::string& zipFile) {
 }  // namespace
 
 bool HUTZip::containsFile(const std::string& zipFile, const std::string& member) {
+  return containsFiles(zipFile, {member}).front();
+}
+
+std::vector<bool> HUTZip::containsFiles(const std::string& zipFile, const std::vector<std::string>& members) {
+  std::vector<bool> found(members.size(), false);
   try {
     Archive archive(zipFile, OpenMode::kRead);
-    const std::int64_t index = archive.locate(member);
-    return index >= 0 && !archive.isDirectoryEntry(index);
+    for (std::size_t i = 0; i < members.size(); ++i) {
+      const std::int64_t index = archive.locate(members[i]);
+      found[i] = index >= 0 && !archive.isDirectoryEntry(index);
+    }
   } catch (const HEXAll&) {
-    return false;
+    std::fill(found.begin(), found.end(), false);
   }
+  return found;
 }
 
 std::vector<std::string> HUTZip::getFiles(const std::string& zipFile) {

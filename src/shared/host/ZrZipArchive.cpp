@@ -80,10 +80,14 @@ void checkMemberName(const std::string& archive, const std::string& name) {
 
 Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path) {
   if (path.empty()) throw HEXUserException("no archive path was given");
-  if (HUTFile::isDir(path)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
-  if (mode == OpenMode::kRead && !HUTFile::exists(path)) throw HEXFileNotFoundException(path);
+  // One look at the file answers every question about it (archives are
+  // opened several times a load).
+  struct stat st;
+  const bool present = ::stat(path.c_str(), &st) == 0;
+  if (present && S_ISDIR(st.st_mode)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
+  if (mode == OpenMode::kRead && !present) throw HEXFileNotFoundException(path);
   // A pipe or a device would block or never end: only plain files are archives.
-  if (HUTFile::exists(path) && !HUTFile::isFile(path))
+  if (present && !S_ISREG(st.st_mode))
     throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
 
   int flags = 0;
@@ -99,11 +103,26 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(pa
       break;
   }
   int code = 0;
-  // An update through a link updates the file it points to; renaming the
-  // new archive over the link itself would leave that file stale.
-  struct stat link;
-  if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) file_ = HUTFile::getCanonicalName(path);
-  za_ = zip_open(file_.c_str(), flags, &code);
+  std::string nulName;
+  bool nulFound = false;
+  int fd = -1;
+  if (mode == OpenMode::kRead) {
+    // Reading needs one descriptor for both the raw name check and the zip
+    // library. If it cannot be opened, zip_open below says why.
+    fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  } else {
+    // An update through a link updates the file it points to; renaming the
+    // new archive over the link itself would leave that file stale.
+    struct stat link;
+    if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) file_ = HUTFile::getCanonicalName(path);
+  }
+  if (fd >= 0) {
+    nulFound = rawNamesHoldNul(fd, nulName);
+    za_ = zip_fdopen(fd, 0, &code);
+    if (!za_) ::close(fd);
+  } else {
+    za_ = zip_open(file_.c_str(), flags, &code);
+  }
   if (!za_) {
     const std::string reason = libzipErrorText(code);
     if (code == ZIP_ER_NOZIP || code == ZIP_ER_INCONS || code == ZIP_ER_EOF || code == ZIP_ER_MULTIDISK ||
@@ -123,8 +142,8 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(pa
       throw HEXDataException("archive '" + path + "' holds the member '" + n + "' twice");
     }
   }
-  std::string nulName;
-  if (rawNamesHoldNul(file_, nulName)) {
+  if (mode != OpenMode::kRead) nulFound = rawNamesHoldNul(file_, nulName);
+  if (nulFound) {
     zip_discard(za_);
     za_ = nullptr;
     throw HEXDataException("archive '" + path + "' holds a member name with a NUL byte: '" + nulName + "'");

@@ -1,8 +1,13 @@
 #include "ZrZipRawScan.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 #include <cstdint>
 #include <cstring>
-#include <fstream>
 #include <vector>
 
 namespace zr_zip {
@@ -15,21 +20,32 @@ std::uint64_t le(const unsigned char* p, int bytes) {
   return v;
 }
 
-bool readAt(std::ifstream& in, std::uint64_t offset, std::size_t length, std::vector<unsigned char>& out) {
+bool readAt(int fd, std::uint64_t offset, std::size_t length, std::vector<unsigned char>& out) {
   out.resize(length);
-  in.clear();
-  in.seekg(static_cast<std::streamoff>(offset));
-  if (!in) return false;
-  in.read(reinterpret_cast<char*>(out.data()), static_cast<std::streamsize>(length));
-  return static_cast<std::size_t>(in.gcount()) == length;
+  std::size_t done = 0;
+  while (done < length) {
+    const ssize_t got = ::pread(fd, out.data() + done, length - done, static_cast<off_t>(offset + done));
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) return false;
+    done += static_cast<std::size_t>(got);
+  }
+  return true;
 }
 
 }  // namespace
 
 bool rawNamesHoldNul(const std::string& path, std::string& name) {
-  std::ifstream in(path, std::ios::binary | std::ios::ate);
-  if (!in) return false;
-  const std::uint64_t fileSize = static_cast<std::uint64_t>(in.tellg());
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  const bool found = rawNamesHoldNul(fd, name);
+  ::close(fd);
+  return found;
+}
+
+bool rawNamesHoldNul(int in, std::string& name) {
+  struct stat st;
+  if (::fstat(in, &st) != 0) return false;
+  const std::uint64_t fileSize = static_cast<std::uint64_t>(st.st_size);
   const std::uint64_t kEndRecord = 22;
   if (fileSize < kEndRecord) return false;
 

@@ -11,6 +11,8 @@ namespace zr_zip {
 // "\0". A file whose directory cannot be walked answers false: the zip
 // library has its own checks for that.
 bool rawNamesHoldNul(const std::string& path, std::string& name);
+// The same on an open file, read with pread (its offset is left alone).
+bool rawNamesHoldNul(int fd, std::string& name);
 
 }  // namespace zr_zip
 

@@ -37,30 +37,51 @@
 #include "platform/HTEQSystemClock.h"
 #include "platform/HTEQTilHardware.h"
 #include "platform/HTEQTilPartition.h"
+#include "JsonDocument.h"
 
 
 using Tree = boost::property_tree::ptree;
-using U = HTEQJSONUtils;
+using Node = zr_json::JsonNode;
 
 namespace {
 
+// Lookups over the parsed document with the meaning HTEQJSONUtils gives them
+// on a property tree: the first child with the key counts, a missing key reads
+// as empty.
+std::string text(const Node& t, const char* key) {
+  const Node* c = t.child(key);
+  return c ? std::string(c->data) : std::string();
+}
+bool flag(const Node& t, const char* key) { return HSTStringUtils::iequals(text(t, key), "true"); }
+bool has(const Node& t, const char* key) { return t.child(key) != nullptr; }
+
+// A value's text for the C library's number parsers ("" when missing); the
+// document ends every value with a NUL.
+const char* cText(const Node& t, const char* key) {
+  const Node* c = t.child(key);
+  return c && !c->data.empty() ? c->data.data() : "";
+}
+
 // Numbers read the way the C library does: leading decimal digits, anything
 // else 0.
-long num(const Tree& t, const char* key) { return std::strtol(U::getValue(t, key).c_str(), nullptr, 10); }
-long long num64(const Tree& t, const char* key) {
-  return std::strtoll(U::getValue(t, key).c_str(), nullptr, 10);
+long num(const Node& t, const char* key) { return std::strtol(cText(t, key), nullptr, 10); }
+long long num64(const Node& t, const char* key) { return std::strtoll(cText(t, key), nullptr, 10); }
+// A non-empty value's leading decimal digits; the fallback otherwise.
+long numOr(const Node& t, const char* key, long fallback) {
+  const char* s = cText(t, key);
+  return *s != '\0' ? std::strtol(s, nullptr, 10) : fallback;
+}
+int intOr(const Node& t, const char* key, int fallback) { return static_cast<int>(numOr(t, key, fallback)); }
+unsigned int uintOr(const Node& t, const char* key, unsigned int fallback) {
+  return static_cast<unsigned int>(numOr(t, key, fallback));
 }
 // Hexadecimal ("0x...") or decimal text, as the model writes its addresses.
 unsigned long long anyBase(const std::string& text) { return std::strtoull(text.c_str(), nullptr, 0); }
 
-std::string text(const Tree& t, const char* key) { return U::getValue(t, key); }
-bool flag(const Tree& t, const char* key) { return U::getBoolValue(t, key); }
-bool has(const Tree& t, const char* key) { return U::findKey(t, key); }
-
 // The children of an array (or object) at `key`; none when it is missing.
-const Tree& items(const Tree& t, const char* key) {
-  static const Tree none;
-  const auto child = t.get_child_optional(key);
+const Node& items(const Node& t, const char* key) {
+  static const Node none;
+  const Node* child = t.child(key);
   return child ? *child : none;
 }
 
@@ -73,9 +94,8 @@ void nameBytes(const std::string& s, unsigned char (&out)[HTEQHardwareFeatureRom
 // Reads the bus interfaces of `list` into objects made by `add`, which is the
 // platform's factory or a NoC record's.
 template <class Add>
-void parseBusInterfaces(const Tree& list, Add add) {
-  for (const auto& item : list) {
-    const Tree& b = item.second;
+void parseBusInterfaces(const Node& list, Add add) {
+  for (const Node& b : list.children()) {
     HTEQHardwareBusInterface* bus = add();
     bus->setName(text(b, "name"));
     bus->setMode(text(b, "mode"));
@@ -89,8 +109,7 @@ void parseBusInterfaces(const Tree& list, Add add) {
     bus->setCategory(text(b, "category"));
     if (has(b, "addressSegment")) bus->setAddressSegment(text(b, "addressSegment"));
     bus->setDataWidth(static_cast<int>(num(b, "dataWidth")));
-    for (const auto& segItem : items(b, "addressSegments")) {
-      const Tree& s = segItem.second;
+    for (const Node& s : items(b, "addressSegments").children()) {
       HTEQHardwareAddressSegment* seg = bus->addAddressSegment();
       seg->setBaseName(text(s, "baseName"));
       seg->setIndex(static_cast<unsigned int>(num(s, "index")));
@@ -114,6 +133,26 @@ void parseBusInterfaces(const Tree& list, Add add) {
 HTEQCfaJsonReader::HTEQCfaJsonReader(HPLPlatform* platform) : platform_(platform) {}
 
 bool HTEQCfaJsonReader::canParse(const std::string& archive, Mode mode, std::string& member) {
+  return locateMembers_(archive, mode, member, nullptr);
+}
+
+bool HTEQCfaJsonReader::canParseHwEmu(const std::string& archive, Mode mode, std::string& member) {
+  std::string mainMember;
+  bool emuFound[2] = {false, false};
+  if (!locateMembers_(archive, mode, mainMember, emuFound)) return false;
+  if (emuFound[0]) {
+    member = platform_->getHwEmuJsonFileName();
+    return true;
+  }
+  if (mode != teq_platform::PlatformLoader::PrimaryJsonOnly && emuFound[1]) {
+    member = platform_->getAltHwEmuJsonFileName();
+    return true;
+  }
+  return false;
+}
+
+bool HTEQCfaJsonReader::locateMembers_(const std::string& archive, Mode mode, std::string& member,
+                                       bool* emuFound) {
   if (archive.empty() || !HUTFile::exists(archive)) {
     ZR_SEND_MSG("@74-66@%s", ComMsgMask::kCriticalWarning, archive);
     return false;
@@ -123,37 +162,32 @@ bool HTEQCfaJsonReader::canParse(const std::string& archive, Mode mode, std::str
   if (mode == teq_platform::PlatformLoader::XmlOnly) return false;
   const std::string primary = platform_->getJsonFileName();
   const std::string alternative = platform_->getAltJsonFileName();
-  const bool hasPrimary = HUTZip::containsFile(archive, primary);
+  // One look into the archive answers for every name a load asks about.
+  std::vector<std::string> names = {primary, alternative};
+  if (emuFound != nullptr) {
+    names.push_back(platform_->getHwEmuJsonFileName());
+    names.push_back(platform_->getAltHwEmuJsonFileName());
+  }
+  const std::vector<bool> found = HUTZip::containsFiles(archive, names);
+  if (emuFound != nullptr) {
+    emuFound[0] = found[2];
+    emuFound[1] = found[3];
+  }
   if (mode == teq_platform::PlatformLoader::PrimaryJsonOnly) {
     member = primary;
-    return hasPrimary;
+    return found[0];
   }
-  const bool hasAlternative = HUTZip::containsFile(archive, alternative);
-  member = hasAlternative ? alternative : primary;
-  return hasAlternative || hasPrimary;
-}
-
-bool HTEQCfaJsonReader::canParseHwEmu(const std::string& archive, Mode mode, std::string& member) {
-  std::string mainMember;
-  if (!canParse(archive, mode, mainMember)) return false;
-  const std::string emu = platform_->getHwEmuJsonFileName();
-  if (HUTZip::containsFile(archive, emu)) {
-    member = emu;
-    return true;
-  }
-  if (mode != teq_platform::PlatformLoader::PrimaryJsonOnly) {
-    const std::string altEmu = platform_->getAltHwEmuJsonFileName();
-    if (HUTZip::containsFile(archive, altEmu)) {
-      member = altEmu;
-      return true;
-    }
-  }
-  return false;
+  member = found[1] ? alternative : primary;
+  return found[1] || found[0];
 }
 
 bool HTEQCfaJsonReader::parseCFA(const std::string& archive, Mode mode) {
   std::string member;
   if (!canParse(archive, mode, member)) return false;
+  return parseMember_(archive, member, false);
+}
+
+bool HTEQCfaJsonReader::parseMember(const std::string& archive, const std::string& member) {
   return parseMember_(archive, member, false);
 }
 
@@ -192,22 +226,23 @@ bool HTEQCfaJsonReader::parseMember_(const std::string& archive, const std::stri
 
 bool HTEQCfaJsonReader::parseFile(const std::string& file) {
   if (!HUTFile::isFile(file)) return false;
-  Tree root;
   std::ifstream in(file, std::ios::binary);
-  HTEQJSONUtils::readJSON(in, root, file);
-  parseRoot_(root);
+  zr_json::Document doc;
+  zr_json::readDocument(zr_json::readText(in, file), doc, file, HTEQJSONUtils::kMaxDepth);
+  parseRoot_(doc.root());
   return true;
 }
 
 bool HTEQCfaJsonReader::parseJsonString(const std::string& textIn) {
   if (textIn.empty()) return false;
-  Tree root;
-  HTEQJSONUtils::readJSON(textIn, root, archive_.empty() ? std::string("JSON metadata") : archive_);
-  parseRoot_(root);
+  zr_json::Document doc;
+  zr_json::readDocument(textIn, doc, archive_.empty() ? std::string("JSON metadata") : archive_,
+                        HTEQJSONUtils::kMaxDepth);
+  parseRoot_(doc.root());
   return true;
 }
 
-void HTEQCfaJsonReader::parseRoot_(const Tree& root) {
+void HTEQCfaJsonReader::parseRoot_(const Node& root) {
   HPLPlatform& p = *platform_;
   p.setGeneratedChangeList(static_cast<unsigned int>(num(root, "generatedChangeList")));
   p.setGeneratedName(text(root, "generatedName"));
@@ -245,66 +280,71 @@ void HTEQCfaJsonReader::parseRoot_(const Tree& root) {
   p.setUsesPR(flag(root, "usesPR"));
   p.setExpandable(has(root, "expandablePlatform") ? flag(root, "expandablePlatform") : true);
   parseDesignIntent_(items(root, "designIntent"), root);
-  for (const auto& item : items(root, "zuncCompileXPSwitches")) p.addZuncCompileXpSwitch(item.second.data());
-  for (const auto& item : items(root, "zuncLinkXPSwitches")) p.addZuncLinkXpSwitch(item.second.data());
-  for (const auto& item : items(root, "designIpInstances")) {
+  for (const Node& item : items(root, "zuncCompileXPSwitches").children()) p.addZuncCompileXpSwitch(std::string(item.data));
+  for (const Node& item : items(root, "zuncLinkXPSwitches").children()) p.addZuncLinkXpSwitch(std::string(item.data));
+  for (const Node& item : items(root, "designIpInstances").children()) {
     HTEQDesignIPInstance* ip = p.addDesignIPInstance();
-    ip->setVLNV(text(item.second, "vlnv"));
-    ip->setInstanceName(text(item.second, "instance"));
-    for (const auto& param : items(item.second, "configuration")) ip->addConfigParam(param.first, param.second.data());
+    ip->setVLNV(text(item, "vlnv"));
+    ip->setInstanceName(text(item, "instance"));
+    for (const Node& param : items(item, "configuration").children()) ip->addConfigParam(std::string(param.key), std::string(param.data));
   }
   if (has(root, "flash")) {
-    const Tree& flash = items(root, "flash");
+    const Node& flash = items(root, "flash");
     p.setFlashInterfaceType(text(flash, "interfaceType"));
     p.setFlashOffsetAddress(text(flash, "offsetAddress"));
     p.setFlashSize(text(flash, "size"));
   }
   if (has(root, "designIDs")) {
-    const Tree& ids = items(root, "designIDs");
-    p.setDesignID(static_cast<uint32_t>(U::getIntValue(ids, "designID", 0)));
-    p.setParentID(static_cast<uint32_t>(U::getIntValue(ids, "parentID", 0)));
-    p.setNodeID(static_cast<uint32_t>(U::getIntValue(ids, "nodeID", 0)));
-    p.setFunctionID(static_cast<uint32_t>(U::getIntValue(ids, "functionID", 0)));
+    const Node& ids = items(root, "designIDs");
+    p.setDesignID(static_cast<uint32_t>(intOr(ids, "designID", 0)));
+    p.setParentID(static_cast<uint32_t>(intOr(ids, "parentID", 0)));
+    p.setNodeID(static_cast<uint32_t>(intOr(ids, "nodeID", 0)));
+    p.setFunctionID(static_cast<uint32_t>(intOr(ids, "functionID", 0)));
     // "plInterfaceID" is reserved here and not read.
     if (has(ids, "tilngineIDs")) {
-      const Tree& til = items(ids, "tilngineIDs");
-      p.setTILNodeID(static_cast<uint32_t>(U::getIntValue(til, "nodeID", 0)));
-      p.setTILUniqueID(static_cast<uint32_t>(U::getIntValue(til, "uniqueID", 0)));
-      p.setTILPuID(static_cast<uint32_t>(U::getIntValue(til, "puID", 0)));
+      const Node& til = items(ids, "tilngineIDs");
+      p.setTILNodeID(static_cast<uint32_t>(intOr(til, "nodeID", 0)));
+      p.setTILUniqueID(static_cast<uint32_t>(intOr(til, "uniqueID", 0)));
+      p.setTILPuID(static_cast<uint32_t>(intOr(til, "puID", 0)));
     }
   }
-  for (const auto& item : items(root, "reconfigPartitionIDs")) {
+  for (const Node& item : items(root, "reconfigPartitionIDs").children()) {
     HTEQReconfigPartition* rp = p.addReconfigPartition();
-    rp->setDesignID(static_cast<uint32_t>(U::getIntValue(item.second, "designID", 0)));
-    rp->setParentID(static_cast<uint32_t>(U::getIntValue(item.second, "parentID", 0)));
-    rp->setNodeID(static_cast<uint32_t>(U::getIntValue(item.second, "nodeID", 0)));
-    rp->setFunctionID(static_cast<uint32_t>(U::getIntValue(item.second, "functionID", 0)));
+    rp->setDesignID(static_cast<uint32_t>(intOr(item, "designID", 0)));
+    rp->setParentID(static_cast<uint32_t>(intOr(item, "parentID", 0)));
+    rp->setNodeID(static_cast<uint32_t>(intOr(item, "nodeID", 0)));
+    rp->setFunctionID(static_cast<uint32_t>(intOr(item, "functionID", 0)));
   }
   if (has(root, "tilHardware")) {
-    const Tree& til = items(root, "tilHardware");
+    const Node& til = items(root, "tilHardware");
     HTEQTilHardware& hw = p.getTilHardware();
     hw.setArch(text(til, "arch"));
-    hw.setNpiBaseAddress(U::getUnsignedIntValue(til, "npiBaseAddress", 0));
+    hw.setNpiBaseAddress(uintOr(til, "npiBaseAddress", 0));
     if (has(til, "shimRows")) {
-      hw.setStartShimRow(U::getIntValue(items(til, "shimRows"), "start", 0));
-      hw.setNumShimRows(U::getIntValue(items(til, "shimRows"), "num", 0));
+      hw.setStartShimRow(intOr(items(til, "shimRows"), "start", 0));
+      hw.setNumShimRows(intOr(items(til, "shimRows"), "num", 0));
     }
     if (has(til, "coreRows")) {
-      hw.setStartCoreRow(U::getIntValue(items(til, "coreRows"), "start", 0));
-      hw.setNumCoreRows(U::getIntValue(items(til, "coreRows"), "num", 0));
+      hw.setStartCoreRow(intOr(items(til, "coreRows"), "start", 0));
+      hw.setNumCoreRows(intOr(items(til, "coreRows"), "num", 0));
     }
     if (has(til, "memRows")) {
-      hw.setStartMemRow(U::getIntValue(items(til, "memRows"), "start", 0));
-      hw.setNumMemRows(U::getIntValue(items(til, "memRows"), "num", 0));
+      hw.setStartMemRow(intOr(items(til, "memRows"), "start", 0));
+      hw.setNumMemRows(intOr(items(til, "memRows"), "num", 0));
     }
   }
-  for (const auto& item : items(root, "tilPartitions")) p.addTilPartition().fromJSON(item.second);
+  for (const Node& item : items(root, "tilPartitions").children()) {
+    // The partition reads itself from a property tree.
+    Tree partition;
+    zr_json::Document::toTree(item, partition);
+    p.addTilPartition().fromJSON(partition);
+  }
   if (has(root, "static")) p.setIsStatic(flag(root, "static"));
   if (has(root, "drBdInstName")) p.setDrBdInstName(text(root, "drBdInstName"));
   if (has(root, "rm")) p.setIsRM(flag(root, "rm"));
-  for (const auto& item : items(root, "resources")) {
-    const std::string type = text(item.second, "type");
-    const int count = static_cast<int>(num(item.second, "count"));
+  for (const Node& item : items(root, "resources").children()) {
+    const std::string type = text(item, "type");
+    const int count = static_cast<int>(num(item, "count"));
     if (HSTStringUtils::iequals(type, "BRAM")) p.setBRAMCount(count);
     else if (HSTStringUtils::iequals(type, "DSP")) p.setDSPCount(count);
     else if (HSTStringUtils::iequals(type, "LUT")) p.setLUTCount(count);
@@ -312,11 +352,11 @@ void HTEQCfaJsonReader::parseRoot_(const Tree& root) {
   }
   if (has(root, "board")) parseBoard_(items(root, "board"));
   parseDevices_(items(root, "devices"));
-  for (const auto& item : items(root, "interfaces")) {
+  for (const Node& item : items(root, "interfaces").children()) {
     HPLInterface* i = p.addInterface();
-    i->setId(text(item.second, "id"));
-    i->setName(text(item.second, "name"));
-    i->setType(text(item.second, "type"));
+    i->setId(text(item, "id"));
+    i->setName(text(item, "name"));
+    i->setType(text(item, "type"));
   }
   parseMemories_(items(root, "memories"));
   parseFiles_(items(root, "files"));
@@ -329,23 +369,23 @@ void HTEQCfaJsonReader::parseRoot_(const Tree& root) {
   if (!readHpfmBusInterfaces(hpfm))
     parseBusInterfaces(items(root, "busInterfaces"), [&p] { return p.addBusInterface(); });
   if (!readHpfmNocConnectivity(hpfm)) {
-    for (const auto& item : items(root, "nocConnectivity")) {
+    for (const Node& item : items(root, "nocConnectivity").children()) {
       HTEQHardwareNocConnectivity* noc = p.addNocConnectivity();
-      noc->setInstanceRef(text(item.second, "instRef"));
-      parseBusInterfaces(items(item.second, "busInterfaces"), [noc] { return noc->addBusInterface(); });
+      noc->setInstanceRef(text(item, "instRef"));
+      parseBusInterfaces(items(item, "busInterfaces"), [noc] { return noc->addBusInterface(); });
     }
   }
-  for (const auto& item : items(root, "ipParameters")) {
+  for (const Node& item : items(root, "ipParameters").children()) {
     HTEQHardwareIPParam* param = p.addHardwareIPParam();
-    param->setName(text(item.second, "name"));
-    param->setValue(text(item.second, "value"));
-    param->setIsValid(text(item.second, "valid"));
-    param->setCompRef(text(item.second, "compRef"));
-    param->setInstRef(text(item.second, "instRef"));
+    param->setName(text(item, "name"));
+    param->setValue(text(item, "value"));
+    param->setIsValid(text(item, "valid"));
+    param->setCompRef(text(item, "compRef"));
+    param->setInstRef(text(item, "instRef"));
   }
 }
 
-void HTEQCfaJsonReader::parseDesignIntent_(const Tree& intent, const Tree& root) {
+void HTEQCfaJsonReader::parseDesignIntent_(const Node& intent, const Node& root) {
   // Without explicit values the intents follow the use of partial
   // reconfiguration: a platform that uses it is an accelerator card.
   const bool usesPR = flag(root, "usesPR");
@@ -358,7 +398,7 @@ void HTEQCfaJsonReader::parseDesignIntent_(const Tree& intent, const Tree& root)
                   {"serverManaged", HTEQDesignIntentStorage::serverManaged}};
   for (const auto& intentKey : kIntents) {
     const bool byDefault = intentKey.key == HTEQDesignIntentStorage::embedded ? !usesPR : usesPR;
-    const auto child = intent.get_child_optional(intentKey.name);
+    const Node* child = intent.child(intentKey.name);
     if (child && has(*child, "value") && has(*child, "explicit") && flag(*child, "explicit"))
       platform_->setExplicitDesignIntent(intentKey.key, flag(*child, "value"));
     else
@@ -366,7 +406,7 @@ void HTEQCfaJsonReader::parseDesignIntent_(const Tree& intent, const Tree& root)
   }
 }
 
-void HTEQCfaJsonReader::parseBoard_(const Tree& b) {
+void HTEQCfaJsonReader::parseBoard_(const Node& b) {
   HPLBoard& board = platform_->getBoard();
   board.setName(text(b, "name"));
   board.setVendor(text(b, "vendor"));
@@ -376,7 +416,7 @@ void HTEQCfaJsonReader::parseBoard_(const Tree& b) {
   board.setImgFileMdpi(text(b, "imageFileMdpi"));
   board.setImgFileLdpi(text(b, "imageFileLdpi"));
   if (has(b, "pcie")) {
-    const Tree& pcie = items(b, "pcie");
+    const Node& pcie = items(b, "pcie");
     HPLPCIeId& id = board.getWriteablePCIeId();
     id.setVendor(text(pcie, "vendor"));
     id.setDevice(text(pcie, "device"));
@@ -385,18 +425,21 @@ void HTEQCfaJsonReader::parseBoard_(const Tree& b) {
   }
 }
 
-void HTEQCfaJsonReader::parseDevices_(const Tree& devices) {
-  for (const auto& item : devices) {
-    const Tree& d = item.second;
+void HTEQCfaJsonReader::parseDevices_(const Node& devices) {
+  for (const Node& item : devices.children()) {
+    const Node& d = item;
     HPLDevice* device = platform_->addDevice();
     device->setName(text(d, "name"));
     device->setType(text(d, "type"));
     device->setFpgaPart(text(d, "fpgaPart"));
     device->setNumSLRs(static_cast<unsigned int>(num(d, "numSLRs")));
-    for (const auto& clock : items(d, "scalableSystemClocks"))
-      device->addSystemClock(text(clock.second, "name"), text(clock.second, "frequency"));
+    for (const Node& clock : items(d, "scalableSystemClocks").children())
+      device->addSystemClock(text(clock, "name"), text(clock, "frequency"));
     // Every device has a core; a document without one is malformed.
-    const Tree& c = d.get_child("core");
+    const Node* coreNode = d.child("core");
+    if (coreNode == nullptr)
+      throw boost::property_tree::ptree_bad_path("No such node", boost::property_tree::ptree::path_type("core"));
+    const Node& c = *coreNode;
     HPLCore& core = device->getCore();
     core.setName(text(c, "name"));
     core.setType(text(c, "type"));
@@ -406,42 +449,42 @@ void HTEQCfaJsonReader::parseDevices_(const Tree& devices) {
     core.setDRBDName(text(c, "drBDName"));
     core.setNumComputeUnits(static_cast<uint16_t>(num(c, "numComputeUnits")));
     if (has(c, "availableResources")) {
-      const Tree& r = items(c, "availableResources");
+      const Node& r = items(c, "availableResources");
       core.setBRAMCount(text(r, "bramCount"));
       core.setDSPCount(text(r, "dspCount"));
       core.setLUTCount(text(r, "lutCount"));
       core.setRegisterCount(text(r, "registerCount"));
-      for (const auto& pb : items(r, "pBlocks")) {
-        const std::string pblock = text(pb.second, "name");
-        if (has(pb.second, "validSlrs")) {
+      for (const Node& pb : items(r, "pBlocks").children()) {
+        const std::string pblock = text(pb, "name");
+        if (has(pb, "validSlrs")) {
           std::vector<std::string> slrs;
-          for (const auto& slr : items(pb.second, "validSlrs")) slrs.push_back(slr.second.data());
+          for (const Node& slr : items(pb, "validSlrs").children()) slrs.push_back(std::string(slr.data));
           core.addSLRInfo(pblock, slrs);
         }
-        for (const auto& res : items(pb.second, "resources"))
-          core.addResourceInfo(pblock, text(res.second, "name"), text(res.second, "value"));
+        for (const Node& res : items(pb, "resources").children())
+          core.addResourceInfo(pblock, text(res, "name"), text(res, "value"));
       }
     }
   }
 }
 
-void HTEQCfaJsonReader::parseMemories_(const Tree& memories) {
-  for (const auto& item : memories) {
-    const Tree& m = item.second;
+void HTEQCfaJsonReader::parseMemories_(const Node& memories) {
+  for (const Node& item : memories.children()) {
+    const Node& m = item;
     HPLMemory* memory = platform_->addMemory();
     memory->setName(text(m, "name"));
     memory->setType(text(m, "type"));
     memory->setSize(text(m, "size"));
     if (has(m, "lowAddress")) memory->setLowestAddress(static_cast<uint64_t>(num64(m, "lowAddress")));
     if (has(m, "highAddress")) memory->setHighestAddress(static_cast<uint64_t>(num64(m, "highAddress")));
-    for (const auto& param : items(m, "configParams"))
-      memory->addConfigParam(text(param.second, "name"), text(param.second, "value"));
+    for (const Node& param : items(m, "configParams").children())
+      memory->addConfigParam(text(param, "name"), text(param, "value"));
   }
 }
 
-void HTEQCfaJsonReader::parseFiles_(const Tree& files) {
-  for (const auto& item : files) {
-    const Tree& f = item.second;
+void HTEQCfaJsonReader::parseFiles_(const Node& files) {
+  for (const Node& item : files.children()) {
+    const Node& f = item;
     const std::string type = text(f, "type");
     const std::string name = text(f, "name");
     HPLFile* file = platform_->addFile(type, name);
@@ -451,37 +494,37 @@ void HTEQCfaJsonReader::parseFiles_(const Tree& files) {
   }
 }
 
-void HTEQCfaJsonReader::parseFeatureRoms_(const Tree& roms) {
-  for (const auto& item : roms) {
-    const Tree& r = item.second;
+void HTEQCfaJsonReader::parseFeatureRoms_(const Node& roms) {
+  for (const Node& item : roms.children()) {
+    const Node& r = item;
     HTEQHardwareFeatureRom* rom = platform_->addFeatureRom();
-    rom->setMajorVersion(static_cast<uint8_t>(U::getIntValue(r, "majorVersion", 0)));
-    rom->setMinorVersion(static_cast<uint8_t>(U::getIntValue(r, "minorVersion", 0)));
-    rom->setMorwenBuildID(static_cast<uint32_t>(U::getIntValue(r, "morwenBuildID", 0)));
-    rom->setIPBuildID(static_cast<uint32_t>(U::getIntValue(r, "ipBuildID", 0)));
-    rom->setTimeSinceEpoch(static_cast<uint64_t>(U::getLongValue(r, "timeSinceEpoch", 0)));
-    rom->setDRBaseAddress(static_cast<uint64_t>(U::getLongValue(r, "drBaseAddress", 0)));
+    rom->setMajorVersion(static_cast<uint8_t>(intOr(r, "majorVersion", 0)));
+    rom->setMinorVersion(static_cast<uint8_t>(intOr(r, "minorVersion", 0)));
+    rom->setMorwenBuildID(static_cast<uint32_t>(intOr(r, "morwenBuildID", 0)));
+    rom->setIPBuildID(static_cast<uint32_t>(intOr(r, "ipBuildID", 0)));
+    rom->setTimeSinceEpoch(static_cast<uint64_t>(numOr(r, "timeSinceEpoch", 0)));
+    rom->setDRBaseAddress(static_cast<uint64_t>(numOr(r, "drBaseAddress", 0)));
     unsigned char bytes[HTEQHardwareFeatureRom::kNameSize];
     nameBytes(text(r, "fpgaPartName"), bytes);
     rom->setFPGAPartName(bytes);
     nameBytes(text(r, "vbnvName"), bytes);
     rom->setVBNVName(bytes);
-    rom->setDDRChannelCount(static_cast<uint8_t>(U::getIntValue(r, "ddrChannelCount", 0)));
-    rom->setDDRChannelSize(static_cast<uint8_t>(U::getIntValue(r, "ddrChannelSize", 0)));
-    rom->setFeatureBitMap(anyBase(U::getValue(items(r, "featureBitMap"), "value")));
+    rom->setDDRChannelCount(static_cast<uint8_t>(intOr(r, "ddrChannelCount", 0)));
+    rom->setDDRChannelSize(static_cast<uint8_t>(intOr(r, "ddrChannelSize", 0)));
+    rom->setFeatureBitMap(anyBase(text(items(r, "featureBitMap"), "value")));
     rom->setUUID(text(r, "uuid"));
     static const char* const kCdma[] = {"cdmaBaseAddress0", "cdmaBaseAddress1", "cdmaBaseAddress2",
                                         "cdmaBaseAddress3"};
     for (unsigned i = 0; i < 4; ++i) rom->setCDMABaseAddress(i, static_cast<uint32_t>(anyBase(text(r, kCdma[i]))));
-    if (has(r, "maxTempLimit")) rom->setMaxTempLimit(static_cast<uint8_t>(U::getIntValue(r, "maxTempLimit", 0)));
+    if (has(r, "maxTempLimit")) rom->setMaxTempLimit(static_cast<uint8_t>(intOr(r, "maxTempLimit", 0)));
     if (has(r, "maxPowerLimit"))
-      rom->setMaxPowerLimit(static_cast<uint8_t>(U::getIntValue(r, "maxPowerLimit", 0)));
+      rom->setMaxPowerLimit(static_cast<uint8_t>(intOr(r, "maxPowerLimit", 0)));
   }
 }
 
-void HTEQCfaJsonReader::parseSystemClocks_(const Tree& clocks) {
-  for (const auto& item : clocks) {
-    const Tree& c = item.second;
+void HTEQCfaJsonReader::parseSystemClocks_(const Node& clocks) {
+  for (const Node& item : clocks.children()) {
+    const Node& c = item;
     HTEQSystemClock* clock = platform_->addSystemClock();
     clock->setName(text(c, "name"));
     clock->setOrigName(text(c, "origName"));

@@ -80,7 +80,7 @@ void PlatformLoader::attachHardwarePlatform() {
   std::string jsonFile;
   bool ok;
   if (jsonReader.canParse(file, mode_, jsonFile)) {
-    ok = jsonReader.parseCFA(file, mode_);
+    ok = jsonReader.parseMember(file, jsonFile);
   } else {
     HTEQCfaXmlReader xmlReader(file, hw.get());
     ok = xmlReader.parseCFA();
