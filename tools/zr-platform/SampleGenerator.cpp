@@ -88,6 +88,10 @@ void fillPlatform(HPLPlatform& p, const std::string& name, Kind kind, const Coun
     port->setMode("master");
     port->setProtocol("AXI4");
     port->setDataWidth("512");
+    port->setIdWidth("4");
+    port->setAddrWidth("64");
+    port->setBase("0x" + num(i) + "0000000");
+    port->setRange("0x10000000");
   }
 
   HPLInterface* interface = p.addInterface();
@@ -122,17 +126,30 @@ void fillPlatform(HPLPlatform& p, const std::string& name, Kind kind, const Coun
     bus->setName("S" + num(i) + "_AXI");
     bus->setMode(i % 2 ? "master" : "slave");
     bus->setBusTypeRef("aximm");
-    bus->setInstRef("pfm_top_i/axi_ic_" + num(i));
+    bus->setInstRef("pfm_top_i/dynamic_region/axi_interconnect_" + num(i));
     bus->setClockRef("clk_out" + num(i % c.clocks));
     bus->setSPTag(i % 3 ? "DDR" : "HBM");
     bus->setDataWidth(512);
+    bus->setCompRef("acme.com:ip:axi_interconnect:2.1");
+    bus->setBusInterfaceRef("S" + num(i) + "_AXI");
+    bus->setResetRef("rst_" + num(i % c.clocks));
+    bus->setMemPort("M" + num(i % 16) + "_AXI");
+    bus->setCategory(i % 2 ? "memory" : "control");
     for (int s = 0; s < 4; ++s) {
       HTEQHardwareAddressSegment* seg = bus->addAddressSegment();
       seg->setBaseName("bank" + num((i + s) % c.memories));
       seg->setIndex(static_cast<unsigned int>(s));
-      seg->setMemoryInstance("MIG" + num(s));
+      seg->setMemoryInstance("memory_subsystem/MIG" + num(s));
       seg->setSpTag("DDR[" + num(s) + "]");
       seg->setSlr("SLR" + num(s % 3));
+      seg->setAuto("true");
+      seg->setMaxMasters(16);
+      seg->setName("SEG_memory_subsystem_bank" + num((i + s) % c.memories) + "_Mem" + num(s));
+      seg->setInstanceRef("pfm_top_i/static_region/memory_subsystem/memss_" + num(s));
+      seg->setRegion("pfm_top_i/dynamic_region/region_" + num(s));
+      seg->setReadBwUsed(25 * s);
+      seg->setWriteBwUsed(25 * s);
+      seg->setInterleave(4);
     }
   }
   for (int i = 0; i < c.nocs; ++i) {
