@@ -2,6 +2,7 @@
 
 #include <boost/property_tree/json_parser.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <sstream>
@@ -57,7 +58,18 @@ class Document::Parser {
 
  private:
   void skipWs() {
-    while (p_ != end_ && (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t')) ++p_;
+    for (;;) {
+      // Pretty-printed documents are mostly runs of indentation blanks:
+      // step over them eight at a time.
+      while (end_ - p_ >= 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p_, 8);
+        if (word != 0x2020202020202020ull) break;
+        p_ += 8;
+      }
+      if (p_ == end_ || !(*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t')) return;
+      ++p_;
+    }
   }
 
   bool literal(const char* word, std::size_t n) {
@@ -113,12 +125,9 @@ class Document::Parser {
       if (p_ == end_ || !digit(*p_)) return false;
       while (p_ != end_ && digit(*p_)) ++p_;
     }
-    const std::size_t n = static_cast<std::size_t>(p_ - start);
-    char* dst = doc_.strings_.get() + doc_.used_;
-    std::memcpy(dst, start, n);
-    dst[n] = '\0';
-    doc_.used_ += n + 1;
-    out = std::string_view(dst, n);
+    // The text itself holds the number; the byte after it is a delimiter or
+    // the text's terminating NUL.
+    out = std::string_view(start, static_cast<std::size_t>(p_ - start));
     return true;
   }
 
@@ -189,29 +198,66 @@ class Document::Parser {
   }
 
   // One encoded character starting with a byte above 0x7f: a lead byte
-  // followed by its continuation bytes, copied as they are.
-  bool multiByte(char*& dst) {
+  // followed by its continuation bytes. Steps over it.
+  bool checkMultiByte() {
     static const signed char kTrailing[] = {-1, -1, -1, -1, -1, -1, -1, -1, 1, 1, 1, 1, 2, 2, 3, -1};
     const unsigned char lead = static_cast<unsigned char>(*p_);
     const int trailing = kTrailing[(lead & 0x7f) >> 3];
     if (trailing < 0 || end_ - p_ <= trailing) return false;
-    *dst++ = *p_++;
-    for (int i = 0; i < trailing; ++i) {
+    ++p_;
+    for (int i = 0; i < trailing; ++i, ++p_)
       if ((static_cast<unsigned char>(*p_) & 0xc0) != 0x80) return false;
-      *dst++ = *p_++;
-    }
     return true;
   }
 
+  // Steps over plain bytes (printable ASCII other than '"' and '\\'), eight
+  // at a time where it can.
+  void skipPlain() {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ull, kHigh = 0x8080808080808080ull;
+    while (end_ - p_ >= 8) {
+      std::uint64_t w;
+      std::memcpy(&w, p_, 8);
+      // The usual word tricks flag a byte below 0x20, a byte equal to '"' or
+      // '\\' (a zero after the XOR) and one with its high bit set. A borrow
+      // can also flag bytes after a real match, never before one, so the
+      // lowest flag (the first byte in memory) is exact.
+      const std::uint64_t quote = w ^ (kOnes * '"'), backslash = w ^ (kOnes * '\\');
+      const std::uint64_t special = (((w - kOnes * 0x20) & ~w) | ((quote - kOnes) & ~quote) |
+                                     ((backslash - kOnes) & ~backslash) | w) &
+                                    kHigh;
+      if (special != 0) {
+        p_ += __builtin_ctzll(special) >> 3;
+        return;
+      }
+      p_ += 8;
+    }
+    while (p_ != end_ && !kSpecial[static_cast<unsigned char>(*p_)]) ++p_;
+  }
 
+  // A string without escapes is a view into the text (its closing quote
+  // follows it). One with escapes is decoded into the document's own block
+  // and ended with a NUL there.
   bool string(std::string_view& out) {
     ++p_;  // the opening quote
-    char* const begin = doc_.strings_.get() + doc_.used_;
-    char* dst = begin;
+    const char* const start = p_;
     for (;;) {
-      // Plain ASCII is copied a run at a time.
+      skipPlain();
+      if (p_ == end_) return false;
+      const unsigned char c = static_cast<unsigned char>(*p_);
+      if (c == '"') {
+        out = std::string_view(start, static_cast<std::size_t>(p_ - start));
+        ++p_;
+        return true;
+      }
+      if (c == '\\') break;
+      if (c < 0x20 || !checkMultiByte()) return false;
+    }
+    char* const begin = doc_.decodeBlock() + doc_.used_;
+    std::memcpy(begin, start, static_cast<std::size_t>(p_ - start));
+    char* dst = begin + (p_ - start);
+    for (;;) {
       const char* run = p_;
-      while (p_ != end_ && !kSpecial[static_cast<unsigned char>(*p_)]) ++p_;
+      skipPlain();
       std::memcpy(dst, run, static_cast<std::size_t>(p_ - run));
       dst += p_ - run;
       if (p_ == end_) return false;
@@ -222,10 +268,11 @@ class Document::Parser {
         if (!escape(dst)) return false;
       } else if (c < 0x20) {
         return false;
-      } else if (c < 0x80) {
-        *dst++ = *p_++;
-      } else if (!multiByte(dst)) {
-        return false;
+      } else {
+        const char* lead = p_;
+        if (!checkMultiByte()) return false;
+        std::memcpy(dst, lead, static_cast<std::size_t>(p_ - lead));
+        dst += p_ - lead;
       }
     }
     ++p_;
@@ -310,7 +357,16 @@ void Document::clear() {
   extra_.clear();
   strings_.reset();
   used_ = 0;
+  textSize_ = 0;
   root_ = newNode();
+}
+
+char* Document::decodeBlock() {
+  // Decoded strings are never longer than their source, so one block of the
+  // text's size (plus NULs, one per string, each taking a quote's place) holds
+  // them all. Only the part used is ever touched.
+  if (!strings_) strings_.reset(new char[textSize_ + 1]);
+  return strings_.get();
 }
 
 Document::Node* Document::newNode() {
@@ -328,7 +384,7 @@ bool Document::parse(std::string_view text, unsigned maxDepth) {
   // The reference parser skips three bytes after a leading 0xEF whatever
   // they are; such texts are left to it.
   if (!text.empty() && static_cast<unsigned char>(text[0]) == 0xef) return false;
-  strings_.reset(new char[text.size() + 1]);
+  textSize_ = text.size();
   Parser parser(*this, text, maxDepth);
   if (parser.run()) return true;
   clear();

@@ -40,8 +40,9 @@ class JsonChildren {
 // One value of a document with its key (empty for array items and the root).
 struct JsonNode {
   std::string_view key;
-  // Empty for objects and arrays. Every non-empty key and value is followed
-  // by a NUL, so the C library's number parsers can read it in place.
+  // Empty for objects and arrays. The byte after a non-empty value is one no
+  // number can continue (a NUL, a quote, a delimiter or white space), so the
+  // C library's number parsers can read it in place.
   std::string_view data;
   const JsonNode* first = nullptr;
   const JsonNode* next = nullptr;
@@ -72,7 +73,9 @@ class Document {
   Document& operator=(const Document&) = delete;
 
   // Parses `text`, which must be valid JSON as the property tree's parser
-  // accepts it. Returns false, and leaves the document empty, for anything
+  // accepts it and be followed by a NUL (as a std::string's text is). Keys and
+  // values without escapes are views into the text, which must outlive the
+  // document. Returns false, and leaves the document empty, for anything
   // else: malformed text, nesting deeper than `maxDepth`, or a leading byte
   // order mark. Callers then let the reference parser report the error.
   bool parse(std::string_view text, unsigned maxDepth);
@@ -91,6 +94,7 @@ class Document {
   class Parser;
   void clear();
   Node* newNode();
+  char* decodeBlock();
   std::string_view store(const std::string& text);
 
   // Nodes live in blocks that never move, so that they can point at each other.
@@ -99,6 +103,7 @@ class Document {
   std::size_t blockSize_ = 0;
   std::unique_ptr<char[]> strings_;
   std::size_t used_ = 0;
+  std::size_t textSize_ = 0;
   std::deque<std::string> extra_;  // texts copied in by assign()
   Node* root_;
 };
