@@ -242,14 +242,16 @@ TEST(JsonFastPath, NestingLimitWinsOverOtherErrorsAndCountsBothBrackets) {
   zr_json::Document doc;
   EXPECT_FALSE(doc.parse(deep, 512));
   EXPECT_TRUE(doc.parse(deep, 600));
+  const std::string damaged = "garbage " + deep;
   try {
-    zr_json::readDocument("garbage " + deep, doc, "deep.json", 512);
+    zr_json::readDocument(damaged, doc, "deep.json", 512);
     FAIL() << "no error";
   } catch (const HEXDataException& e) {
     EXPECT_EQ(std::string(e.what()), "deep.json: JSON nested deeper than 512 levels");
   }
   // Brackets inside strings do not count.
-  EXPECT_NO_THROW(zr_json::readDocument("[\"" + std::string(600, '{') + "\"]", doc, "s", 512));
+  const std::string quoted = "[\"" + std::string(600, '{') + "\"]";
+  EXPECT_NO_THROW(zr_json::readDocument(quoted, doc, "s", 512));
 }
 
 TEST(JsonFastPath, LookupsFindTheFirstOfDuplicateKeysAndValuesEndWhereNumbersDo) {

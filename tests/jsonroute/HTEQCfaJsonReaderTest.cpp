@@ -83,6 +83,19 @@ TEST_F(CfaJsonReader, FillsTheModelFromTheMember) {
   EXPECT_EQ(nocBuses.size(), 1u);
 }
 
+TEST_F(CfaJsonReader, AStandAloneFileAndATextFillTheSameModel) {
+  // The values are read after the text is parsed: they must outlive the
+  // reading of the file (run under the address sanitizer, a dangling view
+  // would show here).
+  HPLPlatform fromFile;
+  ASSERT_TRUE(HTEQCfaJsonReader(&fromFile).parseFile(dir_.write("card.json", member())));
+  HPLPlatform fromText;
+  ASSERT_TRUE(HTEQCfaJsonReader(&fromText).parseJsonString(member()));
+  EXPECT_EQ(fromFile.getUniqueName(), "acme:card:base:3.1");
+  EXPECT_TRUE(fromFile.isEquals(fromText));
+  EXPECT_FALSE(HTEQCfaJsonReader(&fromFile).parseFile(dir_.path()));
+}
+
 TEST_F(CfaJsonReader, AlternativeMemberWinsUnlessOnlyThePrimaryCounts) {
   const std::string path = archive({{"lfa.json", member("", "primary")}, {"alt_lfa.json", member("", "alt")}});
   std::string chosen;

@@ -227,8 +227,9 @@ bool HTEQCfaJsonReader::parseMember_(const std::string& archive, const std::stri
 bool HTEQCfaJsonReader::parseFile(const std::string& file) {
   if (!HUTFile::isFile(file)) return false;
   std::ifstream in(file, std::ios::binary);
+  const std::string text = zr_json::readText(in, file);
   zr_json::Document doc;
-  zr_json::readDocument(zr_json::readText(in, file), doc, file, HTEQJSONUtils::kMaxDepth);
+  zr_json::readDocument(text, doc, file, HTEQJSONUtils::kMaxDepth);
   parseRoot_(doc.root());
   return true;
 }

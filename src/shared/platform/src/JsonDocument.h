@@ -79,6 +79,7 @@ class Document {
   // else: malformed text, nesting deeper than `maxDepth`, or a leading byte
   // order mark. Callers then let the reference parser report the error.
   bool parse(std::string_view text, unsigned maxDepth);
+  bool parse(std::string&& text, unsigned maxDepth) = delete;  // would leave views into a temporary
 
   // Rebuilds the document from a property tree (used when only the reference
   // parser could read a text).
@@ -116,6 +117,7 @@ std::string readText(std::istream& in, const std::string& name);
 // property tree, with the same errors: HEXDataException naming `name` and
 // the line, or the depth limit.
 void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth);
+void readDocument(std::string&& text, Document& doc, const std::string& name, unsigned maxDepth) = delete;
 
 }  // namespace zr_json
 
