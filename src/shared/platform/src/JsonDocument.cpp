@@ -57,18 +57,22 @@ class Document::Parser {
   }
 
  private:
-  void skipWs() {
+  // The scanners work on locals: the parser writes decoded text through char
+  // pointers, which the compiler must otherwise assume may change p_.
+  void skipWs() { p_ = skipWs(p_, end_); }
+
+  static const char* skipWs(const char* p, const char* end) {
     for (;;) {
       // Pretty-printed documents are mostly runs of indentation blanks:
       // step over them eight at a time.
-      while (end_ - p_ >= 8) {
+      while (end - p >= 8) {
         std::uint64_t word;
-        std::memcpy(&word, p_, 8);
+        std::memcpy(&word, p, 8);
         if (word != 0x2020202020202020ull) break;
-        p_ += 8;
+        p += 8;
       }
-      if (p_ == end_ || !(*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t')) return;
-      ++p_;
+      if (p == end || !(*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t')) return p;
+      ++p;
     }
   }
 
@@ -212,11 +216,13 @@ class Document::Parser {
 
   // Steps over plain bytes (printable ASCII other than '"' and '\\'), eight
   // at a time where it can.
-  void skipPlain() {
+  void skipPlain() { p_ = skipPlain(p_, end_); }
+
+  static const char* skipPlain(const char* p, const char* end) {
     constexpr std::uint64_t kOnes = 0x0101010101010101ull, kHigh = 0x8080808080808080ull;
-    while (end_ - p_ >= 8) {
+    while (end - p >= 8) {
       std::uint64_t w;
-      std::memcpy(&w, p_, 8);
+      std::memcpy(&w, p, 8);
       // The usual word tricks flag a byte below 0x20, a byte equal to '"' or
       // '\\' (a zero after the XOR) and one with its high bit set. A borrow
       // can also flag bytes after a real match, never before one, so the
@@ -225,13 +231,11 @@ class Document::Parser {
       const std::uint64_t special = (((w - kOnes * 0x20) & ~w) | ((quote - kOnes) & ~quote) |
                                      ((backslash - kOnes) & ~backslash) | w) &
                                     kHigh;
-      if (special != 0) {
-        p_ += __builtin_ctzll(special) >> 3;
-        return;
-      }
-      p_ += 8;
+      if (special != 0) return p + (__builtin_ctzll(special) >> 3);
+      p += 8;
     }
-    while (p_ != end_ && !kSpecial[static_cast<unsigned char>(*p_)]) ++p_;
+    while (p != end && !kSpecial[static_cast<unsigned char>(*p)]) ++p;
+    return p;
   }
 
   // A string without escapes is a view into the text (its closing quote
@@ -370,9 +374,11 @@ char* Document::decodeBlock() {
 }
 
 Document::Node* Document::newNode() {
-  // Blocks grow from 32 nodes to 4096, so that a small document stays small.
+  // Blocks grow from 32 nodes to 2048, so that a small document stays small
+  // and every block comes from the heap, where the memory is used again once
+  // the document is gone.
   if (blockUsed_ == blockSize_) {
-    blockSize_ = blockSize_ == 0 ? 32 : std::min<std::size_t>(blockSize_ * 2, 4096);
+    blockSize_ = blockSize_ == 0 ? 32 : std::min<std::size_t>(blockSize_ * 2, 2048);
     blocks_.emplace_back(new Node[blockSize_]);
     blockUsed_ = 0;
   }
