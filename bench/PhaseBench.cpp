@@ -1,11 +1,15 @@
-// Phases of loading and printing one platform, on samples of three sizes
-// (scale 1, 4 and 24 of gen-sample). Bytes per second refer to the JSON member.
+// Phases of loading and printing one platform, on samples of four sizes. The
+// argument is the gen-sample scale in quarters (1, 4, 16, 96: scales 0.25, 1,
+// 4 and 24). Bytes per second refer to the JSON member. The reference parser
+// and writer of the property tree run beside the library's own for comparison.
 #include <benchmark/benchmark.h>
 
+#include <boost/property_tree/json_parser.hpp>
 #include <map>
 #include <sstream>
 
 #include "../tools/zr-platform/SampleGenerator.h"
+#include "JsonDocument.h"
 #include "TEQPlatformLMX.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
@@ -17,6 +21,23 @@
 
 namespace {
 
+// A stream that only counts what it is given, so that the text benchmarks
+// measure the writers and not the growth of a string buffer.
+class CountingBuf : public std::streambuf {
+ public:
+  std::size_t count = 0;
+
+ protected:
+  std::streamsize xsputn(const char*, std::streamsize n) override {
+    count += static_cast<std::size_t>(n);
+    return n;
+  }
+  int overflow(int c) override {
+    ++count;
+    return c;
+  }
+};
+
 struct Sample {
   std::string zdf;
   std::string archive;
@@ -24,19 +45,19 @@ struct Sample {
 };
 
 // One generated platform per scale, made once and kept for the run.
-const Sample& sample(int scale) {
+const Sample& sample(int quarters) {
   static std::map<int, Sample> samples;
-  auto it = samples.find(scale);
+  auto it = samples.find(quarters);
   if (it != samples.end()) return it->second;
-  const std::string dir = "/tmp/zr-bench-sample-" + std::to_string(scale);
+  const std::string dir = "/tmp/zr-bench-sample-q" + std::to_string(quarters);
   zr_cli::SampleOptions options;
   options.count = 1;
-  options.scale = scale;
+  options.scale = quarters / 4.0;
   Sample s;
   s.zdf = zr_cli::generateSample(dir, options).front();
   s.archive = dir + "/acme_dc/hw/acme_dc.lfa";
   HUTZip::readMember(s.archive, "lfa.json", s.member);
-  return samples[scale] = s;
+  return samples[quarters] = s;
 }
 
 void BM_MemberRead(benchmark::State& state) {
@@ -59,6 +80,26 @@ void BM_JsonParse(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
 
+void BM_DocumentParse(benchmark::State& state) {
+  const Sample& s = sample(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    zr_json::Document doc;
+    benchmark::DoNotOptimize(doc.parse(s.member, HTEQJSONUtils::kMaxDepth));
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
+}
+
+void BM_ReferenceParse(benchmark::State& state) {
+  const Sample& s = sample(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    HTEQJSONUtils::Tree tree;
+    std::istringstream in(s.member);
+    boost::property_tree::read_json(in, tree);
+    benchmark::DoNotOptimize(tree.size());
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
+}
+
 void BM_ParseAndFillModel(benchmark::State& state) {
   const Sample& s = sample(static_cast<int>(state.range(0)));
   for (auto _ : state) {
@@ -70,7 +111,7 @@ void BM_ParseAndFillModel(benchmark::State& state) {
 }
 
 void BM_DescriptorParseAndValidate(benchmark::State& state) {
-  const Sample& s = sample(1);
+  const Sample& s = sample(4);
   for (auto _ : state) benchmark::DoNotOptimize(TEQPlatform::unmarshalFile(s.zdf).name.size());
 }
 
@@ -93,9 +134,25 @@ void BM_JsonText(benchmark::State& state) {
   teq_platform::JSONObjectWriter w;
   w.writeObject(platform.get());
   for (auto _ : state) {
-    std::ostringstream out;
+    CountingBuf buf;
+    std::ostream out(&buf);
     w.write(out);
-    benchmark::DoNotOptimize(out.str().size());
+    benchmark::DoNotOptimize(buf.count);
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
+}
+
+void BM_ReferenceText(benchmark::State& state) {
+  const Sample& s = sample(static_cast<int>(state.range(0)));
+  teq_platform::PlatformLoader loader(s.zdf, teq_platform::PlatformLoader::Default);
+  const auto platform = loader.load();
+  teq_platform::JSONObjectWriter w;
+  w.writeObject(platform.get());
+  for (auto _ : state) {
+    CountingBuf buf;
+    std::ostream out(&buf);
+    boost::property_tree::write_json(out, w.getTree(), true);
+    benchmark::DoNotOptimize(buf.count);
   }
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
@@ -107,21 +164,26 @@ void BM_LoadAndPrint(benchmark::State& state) {
     const auto platform = loader.load();
     teq_platform::JSONObjectWriter w;
     w.writeObject(platform.get());
-    std::ostringstream out;
+    CountingBuf buf;
+    std::ostream out(&buf);
     w.write(out);
-    benchmark::DoNotOptimize(out.str().size());
+    benchmark::DoNotOptimize(buf.count);
   }
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
 
 }  // namespace
 
-BENCHMARK(BM_MemberRead)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_JsonParse)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ParseAndFillModel)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
+#define ZR_SCALES ->Arg(1)->Arg(4)->Arg(16)->Arg(96)->Unit(benchmark::kMillisecond)
+BENCHMARK(BM_MemberRead) ZR_SCALES;
+BENCHMARK(BM_DocumentParse) ZR_SCALES;
+BENCHMARK(BM_JsonParse) ZR_SCALES;
+BENCHMARK(BM_ReferenceParse) ZR_SCALES;
+BENCHMARK(BM_ParseAndFillModel) ZR_SCALES;
 BENCHMARK(BM_DescriptorParseAndValidate)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_TreeBuild)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_JsonText)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_LoadAndPrint)->Arg(1)->Arg(4)->Arg(24)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TreeBuild) ZR_SCALES;
+BENCHMARK(BM_JsonText) ZR_SCALES;
+BENCHMARK(BM_ReferenceText) ZR_SCALES;
+BENCHMARK(BM_LoadAndPrint) ZR_SCALES;
 
 BENCHMARK_MAIN();
