@@ -39,7 +39,7 @@ bool isIntegerText(const std::string& body) {
 void fromText(const std::string& text, std::wstring& out, int, const char*) { out = HI18N::convert(text); }
 
 void fromText(const std::string& text, std::uint32_t& out, int line, const char* name) {
-  zr_xml_record::fromText(text, out, line, name);
+  zr_xml_record::PlainConversions::fromText(text, out, line, name);
 }
 
 template <class T>
