@@ -53,17 +53,19 @@ void readUnsigned(const std::string& text, T& out, int line, const char* name) {
 
 }  // namespace
 
-void fromText(const std::string& text, std::wstring& out, int, const char*) { out = HI18N::convert(text); }
-void fromText(const std::string& text, std::uint8_t& out, int line, const char* name) {
+void PlainConversions::fromText(const std::string& text, std::wstring& out, int, const char*) {
+  out = HI18N::convert(text);
+}
+void PlainConversions::fromText(const std::string& text, std::uint8_t& out, int line, const char* name) {
   readUnsigned(text, out, line, name);
 }
-void fromText(const std::string& text, std::uint32_t& out, int line, const char* name) {
+void PlainConversions::fromText(const std::string& text, std::uint32_t& out, int line, const char* name) {
   readUnsigned(text, out, line, name);
 }
-void fromText(const std::string& text, std::uint64_t& out, int line, const char* name) {
+void PlainConversions::fromText(const std::string& text, std::uint64_t& out, int line, const char* name) {
   readUnsigned(text, out, line, name);
 }
-void fromText(const std::string& text, std::int64_t& out, int line, const char* name) {
+void PlainConversions::fromText(const std::string& text, std::int64_t& out, int line, const char* name) {
   const std::string body = numericBody(text, line, name);
   errno = 0;
   const long long value = std::strtoll(body.c_str(), nullptr, 10);
@@ -71,11 +73,13 @@ void fromText(const std::string& text, std::int64_t& out, int line, const char* 
   out = value;
 }
 
-std::string toText(const std::wstring& value) { return HI18N::convert(value); }
-std::string toText(std::uint8_t value) { return std::to_string(static_cast<unsigned>(value)); }
-std::string toText(std::uint32_t value) { return std::to_string(value); }
-std::string toText(std::uint64_t value) { return std::to_string(value); }
-std::string toText(std::int64_t value) { return std::to_string(value); }
+std::string PlainConversions::toText(const std::wstring& value) { return HI18N::convert(value); }
+std::string PlainConversions::toText(std::uint8_t value) {
+  return std::to_string(static_cast<unsigned>(value));
+}
+std::string PlainConversions::toText(std::uint32_t value) { return std::to_string(value); }
+std::string PlainConversions::toText(std::uint64_t value) { return std::to_string(value); }
+std::string PlainConversions::toText(std::int64_t value) { return std::to_string(value); }
 
 bool isXmlText(const std::wstring& value) {
   for (wchar_t wc : value) {
