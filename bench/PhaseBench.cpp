@@ -127,7 +127,9 @@ void BM_TreeBuild(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
 
-void BM_JsonText(benchmark::State& state) {
+// Prints the tree of a loaded platform with `print` to a counting stream.
+template <class Print>
+void printTree(benchmark::State& state, Print print) {
   const Sample& s = sample(static_cast<int>(state.range(0)));
   teq_platform::PlatformLoader loader(s.zdf, teq_platform::PlatformLoader::Default);
   const auto platform = loader.load();
@@ -136,25 +138,20 @@ void BM_JsonText(benchmark::State& state) {
   for (auto _ : state) {
     CountingBuf buf;
     std::ostream out(&buf);
-    w.write(out);
+    print(w, out);
     benchmark::DoNotOptimize(buf.count);
   }
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
 
+void BM_JsonText(benchmark::State& state) {
+  printTree(state, [](const teq_platform::JSONObjectWriter& w, std::ostream& out) { w.write(out); });
+}
+
 void BM_ReferenceText(benchmark::State& state) {
-  const Sample& s = sample(static_cast<int>(state.range(0)));
-  teq_platform::PlatformLoader loader(s.zdf, teq_platform::PlatformLoader::Default);
-  const auto platform = loader.load();
-  teq_platform::JSONObjectWriter w;
-  w.writeObject(platform.get());
-  for (auto _ : state) {
-    CountingBuf buf;
-    std::ostream out(&buf);
+  printTree(state, [](const teq_platform::JSONObjectWriter& w, std::ostream& out) {
     boost::property_tree::write_json(out, w.getTree(), true);
-    benchmark::DoNotOptimize(buf.count);
-  }
-  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
+  });
 }
 
 void BM_LoadAndPrint(benchmark::State& state) {

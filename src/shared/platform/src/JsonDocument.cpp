@@ -86,9 +86,9 @@ class Document::Parser {
     if (p_ == end_) return false;
     switch (*p_) {
       case '{':
-        return object(node, depth + 1);
+        return container(node, depth + 1, true);
       case '[':
-        return array(node, depth + 1);
+        return container(node, depth + 1, false);
       case '"':
         return string(node.data);
       case 't':
@@ -286,61 +286,37 @@ class Document::Parser {
     return true;
   }
 
-  bool array(Node& node, unsigned depth) {
+  // An object or an array: its members are keyed, its items are not.
+  bool container(Node& node, unsigned depth, bool keyed) {
     if (depth > maxDepth_) return false;
+    const char close = keyed ? '}' : ']';
     ++p_;
     skipWs();
-    if (p_ != end_ && *p_ == ']') {
+    if (p_ != end_ && *p_ == close) {
       ++p_;
       return true;
     }
     Node* last = nullptr;
     for (;;) {
       skipWs();
-      Node* item = doc_.newNode();
-      (last ? last->next : node.first) = item;
-      last = item;
-      if (!value(*item, depth)) return false;
+      Node* child = doc_.newNode();
+      (last ? last->next : node.first) = child;
+      last = child;
+      if (keyed) {
+        if (p_ == end_ || *p_ != '"' || !string(child->key)) return false;
+        skipWs();
+        if (p_ == end_ || *p_ != ':') return false;
+        ++p_;
+        skipWs();
+      }
+      if (!value(*child, depth)) return false;
       skipWs();
       if (p_ == end_) return false;
       if (*p_ == ',') {
         ++p_;
         continue;
       }
-      if (*p_ != ']') return false;
-      ++p_;
-      return true;
-    }
-  }
-
-  bool object(Node& node, unsigned depth) {
-    if (depth > maxDepth_) return false;
-    ++p_;
-    skipWs();
-    if (p_ != end_ && *p_ == '}') {
-      ++p_;
-      return true;
-    }
-    Node* last = nullptr;
-    for (;;) {
-      skipWs();
-      if (p_ == end_ || *p_ != '"') return false;
-      Node* member = doc_.newNode();
-      (last ? last->next : node.first) = member;
-      last = member;
-      if (!string(member->key)) return false;
-      skipWs();
-      if (p_ == end_ || *p_ != ':') return false;
-      ++p_;
-      skipWs();
-      if (!value(*member, depth)) return false;
-      skipWs();
-      if (p_ == end_) return false;
-      if (*p_ == ',') {
-        ++p_;
-        continue;
-      }
-      if (*p_ != '}') return false;
+      if (*p_ != close) return false;
       ++p_;
       return true;
     }
