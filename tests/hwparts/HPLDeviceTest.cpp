@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
 #include "platform/HPLDevice.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPort.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 TEST(HTEQDevice, PartStringsOfFourToSevenFields) {
   HTEQDevice four;

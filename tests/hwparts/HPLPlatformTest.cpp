@@ -4,7 +4,6 @@
 #include <memory>
 #include <stdexcept>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
 #include "platform/HPLDevice.h"
 #include "platform/HPLDriver.h"
@@ -14,8 +13,9 @@
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQSystemClock.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 TEST(HPLPlatform, NewPlatformKeepsSeparatorsInItsNames) {
   HPLPlatform p;
