@@ -476,13 +476,9 @@ TEST(CfaXmlWrite, RoundTripKeepsEveryValue) {
     EXPECT_NE(text.find(written), std::string::npos) << "output lacks " << written;
   }
   EXPECT_GT(names, 150);
-  const auto count = [](const std::string& s, const std::string& what) {
-    std::size_t n = 0;
-    for (auto at = s.find(what); at != std::string::npos; at = s.find(what, at + 1)) ++n;
-    return n;
-  };
-  EXPECT_EQ(count(text, "=\""), count(kFull, "=\""));
-  EXPECT_EQ(count(text, "<") - count(text, "</"), count(kFull, "<") - count(kFull, "</"));
+  using zr_test::countOf;
+  EXPECT_EQ(countOf(text, "=\""), countOf(kFull, "=\""));
+  EXPECT_EQ(countOf(text, "<") - countOf(text, "</"), countOf(kFull, "<") - countOf(kFull, "</"));
 
   // Text XML must escape, characters beyond ASCII, and blanks inside values.
   Root built = parse(kMinimal);
