@@ -371,25 +371,14 @@ TEST(CfaXmlNumeric, BoundsAreInclusiveAndBlanksAreAllowed) {
     else
       EXPECT_THROW(root.Unmarshal(doc.data(), doc.size()), HXMLException) << c.to;
   }
-  EXPECT_EQ(parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""))
-                .GetCFA()
-                .GetDevices()
-                .GetDevice(0)
-                .GetCore()
-                .GetComputeUnits(),
-            7);
-  const std::string memory = "<Images/>";
+  const Root padded = parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""));
+  EXPECT_EQ(padded.GetCFA().GetDevices().GetDevice(0).GetCore().GetComputeUnits(), 7);
   const auto withAddress = [&](const std::string& value) {
     return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" +
-                                        value + "\"/></Memories>" + memory);
+                                        value + "\"/></Memories><Images/>");
   };
-  EXPECT_EQ(parse(withAddress("-9223372036854775808"))
-                .GetCFA()
-                .GetBoard()
-                .GetMemories()
-                .GetMemory(0)
-                .GetLowestAddress(),
-            INT64_MIN);
+  const Root lowest = parse(withAddress("-9223372036854775808"));
+  EXPECT_EQ(lowest.GetCFA().GetBoard().GetMemories().GetMemory(0).GetLowestAddress(), INT64_MIN);
   expectFailure(withAddress("-9223372036854775809"), 6, "minimum");
   expectFailure(withAddress("9223372036854775808"), 6, "maximum");
 }
