@@ -1,7 +1,16 @@
 #ifndef TESTS_SUPPORT_TESTSUPPORT_H
 #define TESTS_SUPPORT_TESTSUPPORT_H
 
+#include <boost/property_tree/ptree.hpp>
+#include <memory>
+#include <sstream>
 #include <string>
+#include <vector>
+
+#include "host/HUTEnv.h"
+#include "platform/HSTFwdIter.h"
+#include "platform/JSONObjectWriter.h"
+#include "platform/JSONSerializable.h"
 
 namespace zr_test {
 
@@ -59,17 +68,6 @@ namespace zr_test {
 // A small valid software platform with one configuration and one processor group.
 std::string spfmText(const std::string& name = "board_sw");
 }  // namespace zr_test
-
-
-#include <boost/property_tree/ptree.hpp>
-#include <memory>
-#include <sstream>
-#include <vector>
-
-#include "host/HUTEnv.h"
-#include "platform/HSTFwdIter.h"
-#include "platform/JSONObjectWriter.h"
-#include "platform/JSONSerializable.h"
 
 namespace zr_test {
 
