@@ -7,7 +7,6 @@
 
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
-#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "hpfm/HpfmTestDoc.h"
@@ -20,27 +19,23 @@
 
 using teq_platform::PlatformLoader;
 using zr_test::readFile;
+using zr_test::ScopedTmpDir;
 using zr_test::TempDir;
 
 namespace {
 
 // A JSON metadata member with a device, a memory, clocks and a file list.
-std::string jsonMember(const std::string& name = "base") {
-  return "{\n"
-         "  \"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" +
-         name +
-         "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
-         "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
-         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": "
-         "\"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
-         "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
-         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": "
-         "\"4096\"}],\n"
-         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", "
-         "\"default\": "
-         "\"TRUE\"}],\n"
-         "  \"files\": [{\"type\": \"DR_BD\", \"name\": \"bd/dr.tcl\"}]\n"
-         "}\n";
+std::string jsonMember() {
+  return R"({
+  "vendor": "acme", "boardId": "card", "name": "base", "versionMajor": "3", "versionMinor": "1",
+  "usesPR": "true", "hostArchitecture": "x86_64",
+  "devices": [{"name": "fpga0", "type": "8", "fpgaPart": "tzq9kp:ptzq9kp:pk676:-2:e",
+               "numSLRs": "2", "core": {"name": "OCL", "numComputeUnits": "60"}}],
+  "memories": [{"name": "bank0", "type": "ddr4", "size": "16GB", "lowAddress": "4096"}],
+  "systemClocks": [{"name": "a", "id": "3"}, {"name": "b", "id": "7", "default": "TRUE"}],
+  "files": [{"type": "DR_BD", "name": "bd/dr.tcl"}]
+}
+)";
 }
 
 std::string makeArchive(const std::string& path,
@@ -55,17 +50,8 @@ std::string member(const std::string& archive, const std::string& name) {
   return content;
 }
 
-// Points the tool's temporary directory at a directory of the test.
-class ScopedTmpDir {
- public:
-  explicit ScopedTmpDir(const std::string& dir) : old_(HUTEnv::instance().getJUNTmpDir()) {
-    HUTEnv::instance().setTmpDir(dir);
-  }
-  ~ScopedTmpDir() { HUTEnv::instance().setTmpDir(old_); }
-
- private:
-  std::string old_;
-};
+// One of the platform's extraction operations that take only a destination.
+using ExtractOp = bool (HTEQHardwarePlatform::*)(const std::string&) const;
 
 // Runs f, which must raise E with exactly this text.
 template <class E>
@@ -115,8 +101,6 @@ TEST(WriteToJSON, RoundTripThroughAnotherArchiveIsEqual) {
 
 TEST(WriteToJSON, NothingWithoutPlatformFileAndRefusals) {
   HPLPlatform none;
-  EXPECT_EQ(none.getXmlFileName(), "");
-  EXPECT_EQ(none.getJsonFileName(), "");
   EXPECT_NO_THROW(none.writeToJSON());
 
   TempDir dir;
@@ -290,26 +274,23 @@ TEST(Extract, EachTypedMemberIntoItsDestination) {
   p.addFile("EMU_JSON", "emu/emu.json");
   p.addFile("NOC_TRAFFIC", "noc/traffic.nts");
   p.addFile("NOC_SOLUTION", "noc/solution.ncr");
-  struct Case {
-    const char* what;
-    std::function<bool(const std::string&)> op;
-    const char* content;
-  };
-  const std::vector<Case> cases = {
-      {"dr bd", [&](const std::string& d) { return p.extractDrBdFile(d); }, "dr"},
-      {"emu xml", [&](const std::string& d) { return p.extractEmuXmlFile(d); }, "<emu/>"},
-      {"emu json", [&](const std::string& d) { return p.extractEmuJsonFile(d); }, "{\"emu\": 1}"},
-      {"nts", [&](const std::string& d) { return p.extractNTSFile(d); }, "nts"},
-      {"ncr", [&](const std::string& d) { return p.extractNCRFile(d); }, "ncr"},
-      {"by type", [&](const std::string& d) { return p.extractFile("NOC_TRAFFIC", d); }, "nts"},
-      {"by name", [&](const std::string& d) { return p.extractFileFromPlatform("bd/dr.tcl", d); }, "dr"},
-  };
-  for (const Case& c : cases) {
+  const std::vector<std::pair<ExtractOp, const char*>> cases = {
+      {&HPLPlatform::extractDrBdFile, "dr"},
+      {&HPLPlatform::extractEmuXmlFile, "<emu/>"},
+      {&HPLPlatform::extractNTSFile, "nts"},
+      {&HPLPlatform::extractEmuJsonFile, "{\"emu\": 1}"},
+      {&HPLPlatform::extractNCRFile, "ncr"}};
+  int n = 0;
+  for (const auto& c : cases) {
     // The destination's directories are made.
-    const std::string dest = dir.file(std::string("out/") + c.what + "/deep/file");
-    EXPECT_TRUE(c.op(dest)) << c.what;
-    EXPECT_EQ(readFile(dest), c.content) << c.what;
+    const std::string dest = dir.file("out/" + std::to_string(n++) + "/deep/file");
+    EXPECT_TRUE((p.*c.first)(dest)) << c.second;
+    EXPECT_EQ(readFile(dest), c.second);
   }
+  EXPECT_TRUE(p.extractFile("NOC_TRAFFIC", dir.file("by/type")));
+  EXPECT_EQ(readFile(dir.file("by/type")), "nts");
+  EXPECT_TRUE(p.extractFileFromPlatform("bd/dr.tcl", dir.file("by/name")));
+  EXPECT_EQ(readFile(dir.file("by/name")), "dr");
   EXPECT_TRUE(HTEQHardwarePlatform::extract("bd/dr.tcl", archive, dir.file("plain")));
   EXPECT_EQ(readFile(dir.file("plain")), "dr");
 }
@@ -389,13 +370,8 @@ TEST(Extract, HpfmIsRepairedOnlyWithTheFlag) {
   ASSERT_TRUE(p.extractHPFMFile(dir.file("fixed.hpfm"), true));
   const std::string fixed = readFile(dir.file("fixed.hpfm"));
   EXPECT_NE(fixed, text);
-  auto count = [](const std::string& s, const std::string& what) {
-    int n = 0;
-    for (auto pos = s.find(what); pos != std::string::npos; pos = s.find(what, pos + 1)) ++n;
-    return n;
-  };
-  EXPECT_EQ(count(text, "\"preferred\""), 1);
-  EXPECT_EQ(count(fixed, "\"preferred\""), 2);
+  EXPECT_EQ(zr_test::countOf(text, "\"preferred\""), 1u);
+  EXPECT_EQ(zr_test::countOf(fixed, "\"preferred\""), 2u);
   // Only a destination named .hpfm is repaired.
   ASSERT_TRUE(p.extractHPFMFile(dir.file("other.xml"), true));
   EXPECT_EQ(readFile(dir.file("other.xml")), text);
@@ -434,24 +410,18 @@ TEST(ExtractNested, FilesOfTheTileArrayProject) {
   p.setPlatformFile(archiveWithProject(dir, "sub/shell.tilprj", {{"old.larch", "old larch"}}));
   p.addFile("TILPRJ", "sub/shell.tilprj");
   p.addFile("ME_LOGICAL_ARCH", "old.larch");
-  struct Case {
-    const char* what;
-    std::function<bool(const std::string&)> op;
-    const char* content;
-  };
-  const std::vector<Case> cases = {
-      {"larch", [&](const std::string& d) { return p.extractLARCHFile(d); }, "larch"},
-      {"intfcst", [&](const std::string& d) { return p.extractINTFCSTFile(d); }, "intfcst"},
-      {"intfsol", [&](const std::string& d) { return p.extractINTFSOLFile(d); }, "intfsol"},
-      {"tilcst", [&](const std::string& d) { return p.extractTILCSTFile(d); }, "tilcst"},
-      {"meta", [&](const std::string& d) { return p.extractTILMetadataFile(d); }, "meta"},
-  };
-  for (const Case& c : cases) {
-    const std::string dest = dir.file(std::string("out/") + c.what);
-    EXPECT_TRUE(c.op(dest)) << c.what;
-    EXPECT_EQ(readFile(dest), c.content) << c.what;
+  const std::vector<std::pair<ExtractOp, const char*>> cases = {
+      {&HPLPlatform::extractLARCHFile, "larch"},
+      {&HPLPlatform::extractINTFCSTFile, "intfcst"},
+      {&HPLPlatform::extractINTFSOLFile, "intfsol"},
+      {&HPLPlatform::extractTILCSTFile, "tilcst"},
+      {&HPLPlatform::extractTILMetadataFile, "meta"}};
+  for (const auto& c : cases) {
+    const std::string dest = dir.file(std::string("out/") + c.second);
+    EXPECT_TRUE((p.*c.first)(dest)) << c.second;
+    EXPECT_EQ(readFile(dest), c.second);
     // The staged project is gone again.
-    EXPECT_FALSE(HUTFile::exists(tmp.file("shell.tilprj"))) << c.what;
+    EXPECT_FALSE(HUTFile::exists(tmp.file("shell.tilprj"))) << c.second;
   }
   // The project itself; a destination that is already a file is kept as it is.
   ASSERT_TRUE(p.extractTILPRJFile(dir.file("out/p.tilprj")));
@@ -493,14 +463,17 @@ TEST(ExtractNested, OldArchivesFallBackToPlainMembers) {
   p.addFile("ME_LOGICAL_ARCH", "me/arch.larch");
   p.addFile("ME_CONSTRAINT", "me/cst.xml");
   p.addFile("ME_ARCHIVE", "me/a.zip");
-  EXPECT_TRUE(p.extractLARCHFile(dir.file("larch")));
-  EXPECT_EQ(readFile(dir.file("larch")), "old larch");
-  EXPECT_TRUE(p.extractINTFCSTFile(dir.file("cst")));
-  EXPECT_EQ(readFile(dir.file("cst")), "old cst");
-  EXPECT_TRUE(p.extractTILPRJFile(dir.file("project")));
-  EXPECT_EQ(readFile(dir.file("project")), "old");
-  // Those without an old form have no fallback.
-  EXPECT_FALSE(p.extractINTFSOLFile(dir.file("sol")));
-  EXPECT_FALSE(p.extractTILCSTFile(dir.file("tilcst")));
-  EXPECT_FALSE(p.extractTILMetadataFile(dir.file("meta")));
+  // Those without an old form (no content here) have no fallback.
+  const std::vector<std::pair<ExtractOp, const char*>> cases = {
+      {&HPLPlatform::extractLARCHFile, "old larch"}, {&HPLPlatform::extractINTFCSTFile, "old cst"},
+      {&HPLPlatform::extractTILPRJFile, "old"},      {&HPLPlatform::extractINTFSOLFile, nullptr},
+      {&HPLPlatform::extractTILCSTFile, nullptr},    {&HPLPlatform::extractTILMetadataFile, nullptr}};
+  int n = 0;
+  for (const auto& c : cases) {
+    const std::string dest = dir.file("out" + std::to_string(n++));
+    EXPECT_EQ((p.*c.first)(dest), c.second != nullptr) << n;
+    if (c.second != nullptr) {
+      EXPECT_EQ(readFile(dest), c.second) << n;
+    }
+  }
 }

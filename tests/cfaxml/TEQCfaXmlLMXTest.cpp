@@ -371,25 +371,14 @@ TEST(CfaXmlNumeric, BoundsAreInclusiveAndBlanksAreAllowed) {
     else
       EXPECT_THROW(root.Unmarshal(doc.data(), doc.size()), HXMLException) << c.to;
   }
-  EXPECT_EQ(parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""))
-                .GetCFA()
-                .GetDevices()
-                .GetDevice(0)
-                .GetCore()
-                .GetComputeUnits(),
-            7);
-  const std::string memory = "<Images/>";
+  const Root padded = parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""));
+  EXPECT_EQ(padded.GetCFA().GetDevices().GetDevice(0).GetCore().GetComputeUnits(), 7);
   const auto withAddress = [&](const std::string& value) {
     return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" +
-                                        value + "\"/></Memories>" + memory);
+                                        value + "\"/></Memories><Images/>");
   };
-  EXPECT_EQ(parse(withAddress("-9223372036854775808"))
-                .GetCFA()
-                .GetBoard()
-                .GetMemories()
-                .GetMemory(0)
-                .GetLowestAddress(),
-            INT64_MIN);
+  const Root lowest = parse(withAddress("-9223372036854775808"));
+  EXPECT_EQ(lowest.GetCFA().GetBoard().GetMemories().GetMemory(0).GetLowestAddress(), INT64_MIN);
   expectFailure(withAddress("-9223372036854775809"), 6, "minimum");
   expectFailure(withAddress("9223372036854775808"), 6, "maximum");
 }
@@ -476,13 +465,9 @@ TEST(CfaXmlWrite, RoundTripKeepsEveryValue) {
     EXPECT_NE(text.find(written), std::string::npos) << "output lacks " << written;
   }
   EXPECT_GT(names, 150);
-  const auto count = [](const std::string& s, const std::string& what) {
-    std::size_t n = 0;
-    for (auto at = s.find(what); at != std::string::npos; at = s.find(what, at + 1)) ++n;
-    return n;
-  };
-  EXPECT_EQ(count(text, "=\""), count(kFull, "=\""));
-  EXPECT_EQ(count(text, "<") - count(text, "</"), count(kFull, "<") - count(kFull, "</"));
+  using zr_test::countOf;
+  EXPECT_EQ(countOf(text, "=\""), countOf(kFull, "=\""));
+  EXPECT_EQ(countOf(text, "<") - countOf(text, "</"), countOf(kFull, "<") - countOf(kFull, "</"));
 
   // Text XML must escape, characters beyond ASCII, and blanks inside values.
   Root built = parse(kMinimal);

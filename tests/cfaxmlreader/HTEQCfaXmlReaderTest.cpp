@@ -31,19 +31,11 @@ using cfa_test::makeArchive;
 using cfa_test::readInto;
 using cfa_test::replaced;
 using cfa_test::representativeDoc;
+using zr_test::drain;
 
 namespace {
 
 using Strings = std::vector<std::string>;
-
-// Every element of a model iterator, which the caller owns.
-template <class T>
-std::vector<T> all(HSTFwdIter<T>* iter) {
-  std::unique_ptr<HSTFwdIter<T>> owned(iter);
-  std::vector<T> out;
-  while (owned->hasNext()) out.push_back(owned->next());
-  return out;
-}
 
 // The platform filled from the representative document.
 class CfaXmlReaderMapping : public ::testing::Test {
@@ -96,12 +88,12 @@ TEST_F(CfaXmlReaderMapping, BoardWithInterfacesMemoriesConnectorsImagesAndPCIeId
   EXPECT_EQ((Strings{board.getName(), board.getVendor(), board.getPart(), board.getBoardPart()}),
             (Strings{"brd", "bv", "pz250-pk2104-2L-e", "acme:brd:1.0"}));
 
-  const auto interfaces = all(platform_.createInterfaceIter());
+  const auto interfaces = drain(platform_.createInterfaceIter());
   ASSERT_EQ(interfaces.size(), 1u);
   EXPECT_EQ((Strings{interfaces[0]->getId(), interfaces[0]->getName(), interfaces[0]->getType()}),
             (Strings{"int1", "PCIe", "gen3x16"}));
 
-  const auto memories = all(platform_.createMemoryIter());
+  const auto memories = drain(platform_.createMemoryIter());
   ASSERT_EQ(memories.size(), 2u);
   EXPECT_EQ((Strings{memories[0]->getName(), memories[0]->getType(), memories[0]->getSize()}),
             (Strings{"ddr0", "ddr4", "16GB"}));
@@ -135,11 +127,11 @@ TEST_F(CfaXmlReaderMapping, BoardWithInterfacesMemoriesConnectorsImagesAndPCIeId
   EXPECT_EQ((Strings{pcie.getVendor(), pcie.getDevice(), pcie.getSubsystem(), pcie.getFeatureId()}),
             (Strings{"0x10ee", "0x5000", "0x000e", "0x1"}));
   // Drivers are not read into the model.
-  EXPECT_TRUE(all(board.createDriverIter()).empty());
+  EXPECT_TRUE(drain(board.createDriverIter()).empty());
 }
 
 TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
-  const auto devices = all(platform_.createDeviceIter());
+  const auto devices = drain(platform_.createDeviceIter());
   ASSERT_EQ(devices.size(), 2u);
   const HPLDevice& fpga = *devices[0];
   EXPECT_EQ((Strings{fpga.getName(), fpga.getType(), fpga.getFpgaPart(), fpga.getPartDevice()}),
@@ -158,7 +150,7 @@ TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
   EXPECT_EQ(core.getNumComputeUnits(), 255);
   EXPECT_EQ(core.getReadOnlyConfigParamMap(), (HPLCore::ParamMap{{"k", "v"}, {"k2", "v2"}}));
 
-  const auto ports = all(core.createPortIter());
+  const auto ports = drain(core.createPortIter());
   ASSERT_EQ(ports.size(), 2u);
   const HPLPort& p = *ports[0];
   EXPECT_EQ(
@@ -167,13 +159,13 @@ TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
                p.getAddrRange(), p.getMaxBurstLength(), p.getFrequency(), p.getDirection(), p.getPolarity()}),
       (Strings{"M_AXI", "addressable", "master", "axi4", "0x0", "0x1000", "512", "4", "1", "64", "0x10",
                "0x20", "256", "300", "out", "high"}));
-  const auto segments = all(p.createAddressSegmentIter());
+  const auto segments = drain(p.createAddressSegmentIter());
   ASSERT_EQ(segments.size(), 2u);
   const HPLAddressSegment& s1 = *segments[1];
   EXPECT_EQ((Strings{s1.getName(), s1.getBase(), s1.getRange(), s1.getSlaveName()}),
             (Strings{"s1", "0x300", "0x400", "mem1"}));
   EXPECT_EQ((Strings{ports[1]->getName(), ports[1]->getMode()}), (Strings{"clk", ""}));
-  EXPECT_TRUE(all(ports[1]->createAddressSegmentIter()).empty());
+  EXPECT_TRUE(drain(ports[1]->createAddressSegmentIter()).empty());
 
   // Counts go to the core as text and, as numbers, to the platform; the
   // register count to the core only.
@@ -194,7 +186,7 @@ TEST_F(CfaXmlReaderMapping, DevicesCoresPortsAndResources) {
 }
 
 TEST_F(CfaXmlReaderMapping, FilesFeatureRomAndDesignIPs) {
-  const auto files = all(platform_.createFileVecIter());
+  const auto files = drain(platform_.createFileVecIter());
   ASSERT_EQ(files.size(), 2u);
   EXPECT_EQ((Strings{files[0]->getType(), files[0]->getName(), files[0]->getUsedIn(),
                      files[0]->getProcessingOrder()}),
@@ -221,7 +213,7 @@ TEST_F(CfaXmlReaderMapping, FilesFeatureRomAndDesignIPs) {
   EXPECT_EQ(std::string(rom.getVBNVName()), longName.substr(0, 63));
   EXPECT_EQ(rom.getUUIDAsString(), "01234567-89ab-cdef-0123-456789abcdef");
 
-  const auto ips = all(platform_.createDesignIPInstanceIter());
+  const auto ips = drain(platform_.createDesignIPInstanceIter());
   ASSERT_EQ(ips.size(), 2u);
   EXPECT_EQ((Strings{ips[0]->getInstanceName(), ips[0]->getVLNV()}), (Strings{"ip0", "v:l:n:1"}));
   HTEQDesignIPInstance::ConfigMap config;
@@ -259,10 +251,10 @@ TEST(CfaXmlReaderDefaults, AbsentOptionalPartsLeaveTheModelAtItsDefaults) {
   EXPECT_EQ(platform.getReadOnlyBoard().getPCIeId().getVendor(), "");
   EXPECT_FALSE(platform.hasDimmConnectors());
   // A board without interfaces gets none.
-  EXPECT_TRUE(all(platform.createInterfaceIter()).empty());
-  EXPECT_TRUE(all(platform.createMemoryIter()).empty());
-  EXPECT_TRUE(all(platform.createFileVecIter()).empty());
-  EXPECT_TRUE(all(platform.createDesignIPInstanceIter()).empty());
+  EXPECT_TRUE(drain(platform.createInterfaceIter()).empty());
+  EXPECT_TRUE(drain(platform.createMemoryIter()).empty());
+  EXPECT_TRUE(drain(platform.createFileVecIter()).empty());
+  EXPECT_TRUE(drain(platform.createDesignIPInstanceIter()).empty());
   HTEQHardwarePlatform::TEQHardwareFeatureRomVec roms;
   platform.getFeatureRoms(roms);
   EXPECT_TRUE(roms.empty());
@@ -575,26 +567,18 @@ struct ViolationCase {
   std::string lineOfThis;  // text on the line the failure names
 };
 
+// Each kind of violation and the line the parser names for it are checked
+// with the document records; these cases follow the failure from the parser
+// into the message: at the top, deep inside, at a parent, in an attribute.
 std::vector<ViolationCase> violationCases() {
   const std::string minimal = CfaDoc().text();
   const std::string full = representativeDoc().text();
   return {
       {"root element", replaced(replaced(minimal, "<Root ", "<Top "), "</Root>", "</Top>"), "<Top "},
-      {"root namespace", replaced(minimal, "<Root ", R"(<Root xmlns="urn:x" )"), "<Root "},
-      {"required attribute", replaced(minimal, R"( Vendor="v")", ""), "<CFA "},
-      {"required root attribute", replaced(minimal, R"( VersionMinor="15")", ""), "<Root "},
       {"required attribute deep", replaced(full, R"( Slave="mem1")", ""), R"(Name="s1")"},
       // A missing child is reported at the element that lacks it.
       {"required child", replaced(minimal, "<Images/>", ""), "<Board "},
-      {"required device", replaced(minimal, CfaDoc().devices, ""), "<Devices>"},
-      {"out of order", replaced(minimal, "</Build>\n", "</Build>\n    <Host Architecture=\"x86_64\"/>\n"),
-       "<Host Architecture"},
-      {"not an integer", replaced(minimal, R"(ComputeUnits="1")", R"(ComputeUnits="one")"), "ComputeUnits"},
       {"below the minimum", replaced(full, R"(CL="4294967298")", R"(CL="-1")"), "<GenAppInfo"},
-      {"above the maximum", replaced(minimal, R"(ComputeUnits="1")", R"(ComputeUnits="256")"),
-       "ComputeUnits"},
-      {"unknown attribute", replaced(minimal, "<Images/>", R"(<Images Size="2"/>)"), "<Images"},
-      {"unknown element", replaced(minimal, "<Images/>", "<Images/><Extra/>"), "<Extra/>"},
   };
 }
 

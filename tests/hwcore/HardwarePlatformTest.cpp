@@ -45,11 +45,10 @@ TEST(HTEQHardwarePlatform, NewPlatformWritesItsDefaults) {
 TEST(HTEQHardwarePlatform, FixedPlatformOmitsInterfaceMaxima) {
   TestPlatform p;
   p.setExpandable(false);
-  const auto keys = keysOf(jsonTree(p));
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "maxAXIMMManagers"), 0);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "maxAXIMMSubordinates"), 0);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "maxInterrupts"), 0);
-  EXPECT_EQ(jsonTree(p).get<std::string>("expandablePlatform"), "false");
+  const auto tree = jsonTree(p);
+  for (const char* key : {"maxAXIMMManagers", "maxAXIMMSubordinates", "maxInterrupts"})
+    EXPECT_EQ(tree.count(key), 0u) << key;
+  EXPECT_EQ(tree.get<std::string>("expandablePlatform"), "false");
 }
 
 TEST(HTEQHardwarePlatform, FilledPlatformWritesKeysInOrder) {
@@ -87,50 +86,17 @@ TEST(HTEQHardwarePlatform, FilledPlatformWritesKeysInOrder) {
   p.addHardwareIPParam()->setName("ip");
   p.addBusInterface()->setName("bi");
   p.addNocConnectivity()->setInstanceRef("noc");
-  const std::vector<std::string> expected = {"vendor",
-                                             "boardId",
-                                             "name",
-                                             "description",
-                                             "detailedDescription",
-                                             "uniqueName",
-                                             "interfaceDescription",
-                                             "platformFile",
-                                             "unifiedPlatform",
-                                             "expandablePlatform",
-                                             "hardware",
-                                             "softwareEmulation",
-                                             "hardwareEmulation",
-                                             "hardwareEmuPlatform",
-                                             "maxAXIMMManagers",
-                                             "maxAXIMMSubordinates",
-                                             "maxInterrupts",
-                                             "usesNIFD",
-                                             "static",
-                                             "rm",
-                                             "drBdInstName",
-                                             "generatedName",
-                                             "generatedVersion",
-                                             "generatedChangeList",
-                                             "generatedIpChangeList",
-                                             "generatedSharedDataChangeList",
-                                             "generatedTimestamp",
-                                             "hasExternalSources",
-                                             "hasRQAContent",
-                                             "genLink",
-                                             "genSwEmuLink",
-                                             "idCode",
-                                             "extendedIdCode",
-                                             "flash",
-                                             "designIDs",
-                                             "reconfigPartitionIDs",
-                                             "tilHardware",
-                                             "tilPartitions",
-                                             "designIpInstances",
-                                             "resources",
-                                             "systemClocks",
-                                             "ipParameters",
-                                             "busInterfaces",
-                                             "nocConnectivity"};
+  // clang-format off
+  const std::vector<std::string> expected = {
+      "vendor", "boardId", "name", "description", "detailedDescription", "uniqueName", "interfaceDescription",
+      "platformFile", "unifiedPlatform", "expandablePlatform", "hardware", "softwareEmulation",
+      "hardwareEmulation", "hardwareEmuPlatform", "maxAXIMMManagers", "maxAXIMMSubordinates", "maxInterrupts",
+      "usesNIFD", "static", "rm", "drBdInstName", "generatedName", "generatedVersion", "generatedChangeList",
+      "generatedIpChangeList", "generatedSharedDataChangeList", "generatedTimestamp", "hasExternalSources",
+      "hasRQAContent", "genLink", "genSwEmuLink", "idCode", "extendedIdCode", "flash", "designIDs",
+      "reconfigPartitionIDs", "tilHardware", "tilPartitions", "designIpInstances", "resources",
+      "systemClocks", "ipParameters", "busInterfaces", "nocConnectivity"};
+  // clang-format on
   const auto tree = jsonTree(p);
   EXPECT_EQ(keysOf(tree), expected);
   EXPECT_EQ(tree.get<std::string>("uniqueName"), "shell");
@@ -366,18 +332,13 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
   EXPECT_EQ(forModules->getSourceFile(), withDef);
   EXPECT_TRUE(forModules->getRmFiles().empty());
   EXPECT_EQ(p.createHwDb(std::vector<std::string>{dir.file("missing.lfa")}), nullptr);
-  HHSMHwManager::setHsmHwManager(nullptr);
-}
 
-TEST(HTEQHardwarePlatform, HwDefIsFoundAsWellAsSysDef) {
-  zr_test::TempDir dir;
-  const std::string file = dir.file("hw.cfa");
-  writeZip(file, {{"hwdef.xml", "<def/>"}});
-  HHSMHwManager manager;
-  HHSMHwManager::setHsmHwManager(&manager);
-  TestPlatform p;
-  p.setPlatformFile(file);
-  EXPECT_EQ(p.getHwDbName(), "hw");
+  // A hardware definition counts as well as a system definition.
+  const std::string hwDef = dir.file("hw.cfa");
+  writeZip(hwDef, {{"hwdef.xml", "<def/>"}});
+  TestPlatform withHwDef;
+  withHwDef.setPlatformFile(hwDef);
+  EXPECT_EQ(withHwDef.getHwDbName(), "hw");
   HHSMHwManager::setHsmHwManager(nullptr);
 }
 

@@ -8,13 +8,12 @@
 
 #include <boost/property_tree/ptree.hpp>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/HTEQHardwarePlatform.h"
-#include "platform/JSONObjectWriter.h"
+#include "support/TestSupport.h"
 
 namespace hwcore_test {
 
@@ -66,20 +65,8 @@ class TestPlatform : public HTEQHardwarePlatform {
   }
 };
 
-// The pretty JSON text of one object.
-inline std::string jsonText(const teq_platform::JSONSerializable& object) {
-  teq_platform::JSONObjectWriter writer;
-  object.toJSON(writer);
-  std::ostringstream out;
-  writer.write(out);
-  return out.str();
-}
-
-inline boost::property_tree::ptree jsonTree(const teq_platform::JSONSerializable& object) {
-  teq_platform::JSONObjectWriter writer;
-  object.toJSON(writer);
-  return writer.getTree();
-}
+using zr_test::jsonText;
+using zr_test::jsonTree;
 
 // The top-level keys in order.
 inline std::vector<std::string> keysOf(const boost::property_tree::ptree& tree) {

@@ -6,7 +6,6 @@
 #include "HTEQTilPartitionsJsonReader.h"
 #include "HwTestPlatform.h"
 #include "host/HEXAll.h"
-#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "support/TestSupport.h"
 
@@ -31,18 +30,6 @@ const char* const kPartitions = R"({
   }
 })";
 
-// Points the tool's temporary directory at a directory of the test.
-class ScopedTmpDir {
- public:
-  explicit ScopedTmpDir(const std::string& dir) : old_(HUTEnv::instance().getJUNTmpDir()) {
-    HUTEnv::instance().setTmpDir(dir);
-  }
-  ~ScopedTmpDir() { HUTEnv::instance().setTmpDir(old_); }
-
- private:
-  std::string old_;
-};
-
 // A platform archive holding a tile-array project archive with these members.
 std::string writePlatformWithProject(const zr_test::TempDir& dir,
                                      const std::map<std::string, std::string>& inner) {
@@ -53,6 +40,21 @@ std::string writePlatformWithProject(const zr_test::TempDir& dir,
   HUTFile::rmRecursive(project);
   return platform;
 }
+
+// A platform, fixed unless said otherwise, whose archive holds a project with
+// these members, listed as its TILPRJ file; the tool's temporary directory is tmp.
+class TilProject : public ::testing::Test {
+ protected:
+  void load(const std::map<std::string, std::string>& inner, bool expandable = false) {
+    p.setExpandable(expandable);
+    p.setPlatformFile(writePlatformWithProject(dir, inner));
+    p.files["TILPRJ"] = "sub/shell.tilprj";
+  }
+  zr_test::TempDir dir;
+  zr_test::TempDir tmp;
+  zr_test::ScopedTmpDir scoped{tmp.path()};
+  TestPlatform p;
+};
 
 }  // namespace
 
@@ -98,14 +100,8 @@ TEST(HTEQTilPartitionsJsonReader, MissingFileIsIgnoredAndBadJsonRaises) {
   EXPECT_TRUE(p.getTilPartitions().empty());
 }
 
-TEST(TilPartitions, FixedPlatformReadsThemOnceFromItsProject) {
-  zr_test::TempDir dir;
-  zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  TestPlatform p;
-  p.setExpandable(false);
-  p.setPlatformFile(writePlatformWithProject(dir, {{"tilarchive/arch/til_partition.json", kPartitions}}));
-  p.files["TILPRJ"] = "sub/shell.tilprj";
+TEST_F(TilProject, FixedPlatformReadsThemOnceFromItsProject) {
+  load({{"tilarchive/arch/til_partition.json", kPartitions}});
   EXPECT_TRUE(p.hasTilPartitions());
   EXPECT_EQ(p.getTilPartitions().size(), 2u);
   EXPECT_EQ(p.findTilPartition("ai_a").numColumns(), 20);
@@ -117,13 +113,8 @@ TEST(TilPartitions, FixedPlatformReadsThemOnceFromItsProject) {
   EXPECT_EQ(jsonTree(p).count("tilPartitions"), 0u);
 }
 
-TEST(TilPartitions, ExpandablePlatformNeverReadsThem) {
-  zr_test::TempDir dir;
-  zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  TestPlatform p;
-  p.setPlatformFile(writePlatformWithProject(dir, {{"tilarchive/arch/til_partition.json", kPartitions}}));
-  p.files["TILPRJ"] = "sub/shell.tilprj";
+TEST_F(TilProject, ExpandablePlatformNeverReadsThem) {
+  load({{"tilarchive/arch/til_partition.json", kPartitions}}, true);
   EXPECT_FALSE(p.hasTilPartitions());
   EXPECT_FALSE(p.hasTilPartitions());
   EXPECT_TRUE(p.getTilPartitions().empty());
@@ -132,23 +123,16 @@ TEST(TilPartitions, ExpandablePlatformNeverReadsThem) {
   EXPECT_EQ(jsonTree(p).get_child("tilPartitions").size(), 1u);
 }
 
-TEST(TilPartitions, MissingProjectLeavesThemEmpty) {
-  zr_test::TempDir dir;
-  zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  TestPlatform p;
-  p.setExpandable(false);
-  p.setPlatformFile(writePlatformWithProject(dir, {{"other.json", "{}"}}));
-  EXPECT_FALSE(p.hasTilPartitions());  // no TILPRJ file listed
+TEST_F(TilProject, MissingProjectLeavesThemEmpty) {
+  load({{"other.json", "{}"}});  // listed, but without the partitions member
+  EXPECT_FALSE(p.hasTilPartitions());
   TestPlatform q;
   q.setExpandable(false);
   q.setPlatformFile(p.getPlatformFile());
-  q.files["TILPRJ"] = "sub/shell.tilprj";  // listed, but without the partitions member
-  EXPECT_FALSE(q.hasTilPartitions());
+  EXPECT_FALSE(q.hasTilPartitions());  // no TILPRJ file listed
 }
 
-TEST(TilMetaData, MetaDataMapAndInterfaceId) {
-  zr_test::TempDir dir;
+TEST_F(TilProject, MetaDataMapAndInterfaceId) {
   std::map<std::string, std::string> out{{"keep", "1"}};
   HTEQHardwarePlatform::parseMetaData(dir.write("none.json", "{\"Other\": []}"), out);
   EXPECT_EQ(out.size(), 1u);
@@ -157,26 +141,15 @@ TEST(TilMetaData, MetaDataMapAndInterfaceId) {
       out);
   EXPECT_EQ(out, (std::map<std::string, std::string>{{"keep", "1"}, {"A", "1"}, {"B", "2"}}));
 
-  zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  TestPlatform p;
-  EXPECT_EQ(p.getTILPlInterfaceIDAsString(), "");
-  p.setPlatformFile(writePlatformWithProject(
-      dir, {{"tilarchive/morwen/tilprj_meta_data.json",
-             R"({"MetaData": [{"name": "TIL_PL_INTF_ID_STR", "value": "0x1234"}]})"}}));
-  p.files["TILPRJ"] = "sub/shell.tilprj";
+  EXPECT_EQ(TestPlatform().getTILPlInterfaceIDAsString(), "");
+  load({{"tilarchive/morwen/tilprj_meta_data.json",
+         R"({"MetaData": [{"name": "TIL_PL_INTF_ID_STR", "value": "0x1234"}]})"}});
   EXPECT_EQ(p.getTILPlInterfaceIDAsString(), "0x1234");
   EXPECT_FALSE(HUTFile::exists(tmp.file("tilprj_meta_data.json")));
 }
 
-TEST(TilPartitions, BadPartitionsFileRaisesOnceAndLeavesNoTemporary) {
-  zr_test::TempDir dir;
-  zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  TestPlatform p;
-  p.setExpandable(false);
-  p.setPlatformFile(writePlatformWithProject(dir, {{"tilarchive/arch/til_partition.json", "{\"TIL\": ["}}));
-  p.files["TILPRJ"] = "sub/shell.tilprj";
+TEST_F(TilProject, BadPartitionsFileRaisesOnceAndLeavesNoTemporary) {
+  load({{"tilarchive/arch/til_partition.json", "{\"TIL\": ["}});
   EXPECT_THROW(p.hasTilPartitions(), HEXAlgException);
   EXPECT_FALSE(HUTFile::exists(tmp.file("til_partitions.json")));
   EXPECT_FALSE(p.hasTilPartitions());  // read once only

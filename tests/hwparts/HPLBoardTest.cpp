@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
 #include "platform/HPLBoard.h"
 #include "platform/HPLDriver.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 namespace {
 

@@ -2,13 +2,13 @@
 
 #include <memory>
 
-#include "HwPartsTestUtil.h"
 #include "platform/HPLAddressSegment.h"
 #include "platform/HPLCore.h"
 #include "platform/HPLInterface.h"
 #include "platform/HPLPort.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 namespace {
 

@@ -1,47 +1,37 @@
 #include <gtest/gtest.h>
 
-#include "HwPartsTestUtil.h"
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "host/HEXAll.h"
 #include "platform/HPLDevice.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPort.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 TEST(HTEQDevice, PartStringsOfFourToSevenFields) {
-  HTEQDevice four;
-  four.setFpgaPart("fam:dev100:pkg200:-2L");
-  EXPECT_EQ("dev100pkg200-2L", four.getPartName());
-  EXPECT_EQ("fam", four.getPartArch());
-  EXPECT_EQ("dev100", four.getPartDevice());
-  EXPECT_EQ("pkg200", four.getPartPackage());
-  EXPECT_EQ("-2L", four.getPartSpeed());
-  EXPECT_EQ("", four.getPartTempGrade());
-
-  HTEQDevice five;
-  five.setFpgaPart("a:b:c:-2:e");
-  EXPECT_EQ("b-c-2-e", five.getPartName());
-  EXPECT_EQ("e", five.getPartTempGrade());
-  EXPECT_EQ("", five.getPartRevision());
-
-  HTEQDevice six;
-  six.setFpgaPart("a:b:c:-2:e:es1");
-  EXPECT_EQ("b-c-2-e-es1", six.getPartName());
-  EXPECT_EQ("es1", six.getPartRevision());
-  EXPECT_EQ("", six.getPartStaPower());
-
-  HTEQDevice seven;
-  seven.setFpgaPart("a:b:c:-2:e:low:es1");
-  EXPECT_EQ("b-c-2-e-low-es1", seven.getPartName());
-  EXPECT_EQ("low", seven.getPartStaPower());
-  EXPECT_EQ("es1", seven.getPartRevision());
-  EXPECT_EQ("a:b:c:-2:e:low:es1", seven.getFpgaPart());
-
-  // Empty fields are kept as fields.
-  HTEQDevice gaps;
-  gaps.setFpgaPart(":b::");
-  EXPECT_EQ("b", gaps.getPartName());
-  EXPECT_EQ("", gaps.getPartArch());
+  using Fields = std::vector<std::string>;
+  // name, architecture, device, package, speed, temperature grade, revision, static power.
+  const std::vector<std::pair<std::string, Fields>> cases = {
+      {"fam:dev100:pkg200:-2L", {"dev100pkg200-2L", "fam", "dev100", "pkg200", "-2L", "", "", ""}},
+      {"a:b:c:-2:e", {"b-c-2-e", "a", "b", "c", "-2", "e", "", ""}},
+      {"a:b:c:-2:e:es1", {"b-c-2-e-es1", "a", "b", "c", "-2", "e", "es1", ""}},
+      {"a:b:c:-2:e:low:es1", {"b-c-2-e-low-es1", "a", "b", "c", "-2", "e", "es1", "low"}},
+      // Empty fields are kept as fields.
+      {":b::", {"b", "", "b", "", "", "", "", ""}},
+  };
+  for (const auto& c : cases) {
+    HTEQDevice d;
+    d.setFpgaPart(c.first);
+    EXPECT_EQ(d.getFpgaPart(), c.first);
+    EXPECT_EQ((Fields{d.getPartName(), d.getPartArch(), d.getPartDevice(), d.getPartPackage(),
+                      d.getPartSpeed(), d.getPartTempGrade(), d.getPartRevision(), d.getPartStaPower()}),
+              c.second)
+        << c.first;
+  }
 }
 
 TEST(HTEQDevice, BadPartStringsAreRefusedAndLeaveThePartAlone) {

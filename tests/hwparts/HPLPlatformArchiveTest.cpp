@@ -5,26 +5,13 @@
 
 #include <boost/property_tree/ptree.hpp>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
-#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
 #include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
-
-namespace {
-
-// Points the tool's temporary directory somewhere else for the life of the object.
-class ScopedTmpDir {
- public:
-  explicit ScopedTmpDir(const std::string& dir) { HUTEnv::instance().setTmpDir(dir); }
-  ~ScopedTmpDir() { HUTEnv::instance().setTmpDir(std::string()); }
-};
-
-}  // namespace
+using zr_test::jsonText;
 
 TEST(HPLPlatformArchive, ExtendedMetadataComesFromTheArchiveIntoExtensions) {
   zr_test::TempDir dir;
@@ -68,7 +55,7 @@ TEST(HPLPlatformArchive, ExtendedMetadataComesFromTheArchiveIntoExtensions) {
 TEST(HPLPlatformArchive, BoardRepositoryIsUnpackedIntoTheTemporaryDirectory) {
   zr_test::TempDir dir;
   zr_test::TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
+  zr_test::ScopedTmpDir scoped(tmp.path());
   const std::string archive = dir.file("p.lfa");
   HUTZip::writeMember(archive, "repo/boards/u2/board.xml", "<board/>");
   HUTZip::writeMember(archive, "other/x.txt", "x");
@@ -94,4 +81,3 @@ TEST(HPLPlatformArchive, BoardRepositoryIsUnpackedIntoTheTemporaryDirectory) {
   EXPECT_EQ("", broken.getBoardRepo());
   EXPECT_EQ("", broken.getExtMetaJsonAsString());
 }
-

@@ -4,7 +4,6 @@
 #include <memory>
 #include <stdexcept>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
 #include "platform/HPLDevice.h"
 #include "platform/HPLDriver.h"
@@ -14,21 +13,18 @@
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQSystemClock.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 TEST(HPLPlatform, NewPlatformKeepsSeparatorsInItsNames) {
   HPLPlatform p;
-  EXPECT_EQ("0.0", p.getVersion());
-  EXPECT_EQ(":::0.0", p.getUniqueName());
-  EXPECT_EQ(":::0.0", p.getVBNV());
-  EXPECT_EQ("___0_0", p.getDeviceName());
-  EXPECT_EQ(" ()", p.getPrettyName());
-  EXPECT_EQ("rovapk2", p.getAcceleratorBinaryFormat());
-  EXPECT_EQ("bitstream", p.getAcceleratorBinaryContent());
-  EXPECT_EQ("unknown", p.getDefaultOutputType());
-  EXPECT_EQ("unknown", p.getHostArch());
-  EXPECT_EQ("unknown", p.getHostInterface());
+  using Names = std::vector<std::string>;
+  EXPECT_EQ((Names{p.getVersion(), p.getUniqueName(), p.getVBNV(), p.getDeviceName(), p.getPrettyName(),
+                   p.getAcceleratorBinaryFormat(), p.getAcceleratorBinaryContent(), p.getDefaultOutputType(),
+                   p.getHostArch(), p.getHostInterface()}),
+            (Names{"0.0", ":::0.0", ":::0.0", "___0_0", " ()", "rovapk2", "bitstream", "unknown", "unknown",
+                   "unknown"}));
 
   p.setVendor("acme");
   p.setBoardId("brd1");

@@ -3,11 +3,11 @@
 #include <cstring>
 #include <vector>
 
-#include "HwPartsTestUtil.h"
 #include "host/HEXAll.h"
 #include "platform/HTEQHardwareFeatureRom.h"
+#include "support/TestSupport.h"
 
-using hwparts_test::jsonText;
+using zr_test::jsonText;
 
 namespace {
 

@@ -1,23 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "platform/HTEQBootImg.h"
 #include "platform/HTEQProcessorGroup.h"
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSystemConfig.h"
-#include "platform/JSONObjectWriter.h"
+#include "support/TestSupport.h"
 
 namespace {
 
-std::string json(const teq_platform::JSONSerializable& object) {
-  teq_platform::JSONObjectWriter writer;
-  object.toJSON(writer);
-  std::ostringstream out;
-  writer.write(out);
-  return out.str();
-}
+using zr_test::jsonText;
 
 // Setters called in an order unlike the key order, so that the text shows
 // the order of toJSON and not the order of the calls.
@@ -59,7 +52,7 @@ void fillGroup(HTEQProcessorGroup& g) {
 TEST(SoftwarePlatformJson, BootImageKeysInOrder) {
   HTEQBootImg b;
   fillImage(b);
-  EXPECT_EQ(json(b),
+  EXPECT_EQ(jsonText(b),
             "{\n"
             "    \"name\": \"img\",\n"
             "    \"type\": \"t\",\n"
@@ -75,13 +68,13 @@ TEST(SoftwarePlatformJson, BootImageKeysInOrder) {
             "    \"hwBootBin\": \"hw\"\n"
             "}\n");
   HTEQBootImg empty;
-  EXPECT_EQ(json(empty), "{\n}\n");
+  EXPECT_EQ(jsonText(empty), "{\n}\n");
 }
 
 TEST(SoftwarePlatformJson, ProcessorGroupKeysInOrderWithoutArchitecture) {
   HTEQProcessorGroup g;
   fillGroup(g);
-  EXPECT_EQ(json(g),
+  EXPECT_EQ(jsonText(g),
             "{\n"
             "    \"name\": \"grp\",\n"
             "    \"prettyName\": \"Grp\",\n"
@@ -100,7 +93,7 @@ TEST(SoftwarePlatformJson, ProcessorGroupKeysInOrderWithoutArchitecture) {
             "}\n");
   // The Boolean is always written, even on an otherwise empty group.
   HTEQProcessorGroup empty;
-  EXPECT_EQ(json(empty),
+  EXPECT_EQ(jsonText(empty),
             "{\n"
             "    \"osHypervisorGuest\": \"false\"\n"
             "}\n");
@@ -119,7 +112,7 @@ TEST(SoftwarePlatformJson, SystemConfigKeysInOrderWithDerivedDefaults) {
   c.setDesc("desc");
   c.setPrettyName("Cfg");
   c.setName("cfg");
-  EXPECT_EQ(json(c),
+  EXPECT_EQ(jsonText(c),
             "{\n"
             "    \"name\": \"cfg\",\n"
             "    \"prettyName\": \"Cfg\",\n"
@@ -147,7 +140,7 @@ TEST(SoftwarePlatformJson, SystemConfigKeysInOrderWithDerivedDefaults) {
             "}\n");
   HTEQSystemConfig empty;
   empty.setSupportsQemu(true);
-  EXPECT_EQ(json(empty),
+  EXPECT_EQ(jsonText(empty),
             "{\n"
             "    \"qemu\": \"true\"\n"
             "}\n");
@@ -155,7 +148,7 @@ TEST(SoftwarePlatformJson, SystemConfigKeysInOrderWithDerivedDefaults) {
 
 TEST(SoftwarePlatformJson, SoftwarePlatformKeysInOrder) {
   HTEQSoftwarePlatform sw;
-  EXPECT_EQ(json(sw), "{\n}\n");
+  EXPECT_EQ(jsonText(sw), "{\n}\n");
 
   HTEQSystemConfig* a = sw.addSystemConfig();
   a->setName("a");
@@ -164,7 +157,7 @@ TEST(SoftwarePlatformJson, SoftwarePlatformKeysInOrder) {
   b->setSupportsQemu(true);
   sw.setLinuxRootFileSystemPath("/rootfs");
   // No stored default: the first configuration's name is written.
-  EXPECT_EQ(json(sw),
+  EXPECT_EQ(jsonText(sw),
             "{\n"
             "    \"linuxRootFileSystemPath\": \"\\/rootfs\",\n"
             "    \"defaultConfig\": \"a\",\n"

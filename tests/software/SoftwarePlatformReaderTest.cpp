@@ -128,11 +128,9 @@ TEST_F(SoftwarePlatformReader, EveryCarriedAttributeReachesTheModel) {
   ASSERT_EQ(configs.size(), 2u);
   const HTEQSystemConfig* c = configs[0];
   EXPECT_EQ(sw_.getDefaultSystemConfig(), configs[1]);
-  EXPECT_EQ(c->getName(), "linux_cfg");
-  EXPECT_EQ(c->getPrettyName(), "linux_cfg display");
-  EXPECT_EQ(c->getDesc(), "desc");
-  EXPECT_EQ(c->getPrebuiltData(), "prebuilt/dir");
-  EXPECT_EQ(c->getDefaultProcGrpName(), "r5");
+  EXPECT_EQ((Names{c->getName(), c->getPrettyName(), c->getDesc(), c->getPrebuiltData(),
+                   c->getDefaultProcGrpName()}),
+            (Names{"linux_cfg", "linux_cfg display", "desc", "prebuilt/dir", "r5"}));
   Names runtimes;
   c->getRuntimes(runtimes);
   EXPECT_EQ(runtimes, (Names{"ocl", "cpp"}));
@@ -142,47 +140,30 @@ TEST_F(SoftwarePlatformReader, EveryCarriedAttributeReachesTheModel) {
   c->getProcessorGroups(groups);
   ASSERT_EQ(groups.size(), 2u);
   const HTEQProcessorGroup* g = groups[0];
-  EXPECT_EQ(g->getName(), "a53");
-  EXPECT_EQ(g->getPrettyName(), "a53 display");
-  EXPECT_EQ(g->getCpuType(), "cortex");
-  EXPECT_EQ(g->getArch(), "aarch64");
-  EXPECT_EQ(g->getCpuInstance(), "cpu0");
-  EXPECT_EQ(g->getOSName(), "linux");
-  EXPECT_EQ(g->getOSPrettyName(), "Linux");
+  EXPECT_EQ((Names{g->getName(), g->getPrettyName(), g->getCpuType(), g->getArch(), g->getCpuInstance(),
+                   g->getOSName(), g->getOSPrettyName(), g->getIncludePaths(), g->getLibraryPaths(),
+                   g->getSysRoot(), g->getBSPLibraryPaths(), g->getBSPIncludePaths(), g->getCompilerOptions(),
+                   g->getLinkerOptions()}),
+            (Names{"a53", "a53 display", "cortex", "aarch64", "cpu0", "linux", "Linux", "/inc", "/lib",
+                   "/sysroot", "/bsplib", "/bspinc", "-O2 -g", "-lm"}));
   EXPECT_FALSE(g->IsHypervisorGuest());
-  EXPECT_EQ(g->getIncludePaths(), "/inc");
-  EXPECT_EQ(g->getLibraryPaths(), "/lib");
-  EXPECT_EQ(g->getSysRoot(), "/sysroot");
-  EXPECT_EQ(g->getBSPLibraryPaths(), "/bsplib");
-  EXPECT_EQ(g->getBSPIncludePaths(), "/bspinc");
-  EXPECT_EQ(g->getCompilerOptions(), "-O2 -g");
-  EXPECT_EQ(g->getLinkerOptions(), "-lm");
-  EXPECT_EQ(groups[1]->getArch(), "");
-  EXPECT_EQ(groups[1]->getIncludePaths(), "");
+  EXPECT_EQ((Names{groups[1]->getArch(), groups[1]->getIncludePaths()}), (Names{"", ""}));
 
   HTEQSystemConfig::TEQBootImgVec images;
   c->getBootImgs(images);
   ASSERT_EQ(images.size(), 1u);
   const HTEQBootImg* b = images[0];
   EXPECT_EQ(c->getDefaultBootImgName(), "standard");
-  EXPECT_EQ(b->getName(), "standard");
-  EXPECT_EQ(b->getType(), "sd");
-  EXPECT_EQ(b->getBif(), "boot.bif");
-  EXPECT_EQ(b->getImgData(), "img/");
-  EXPECT_EQ(b->getBootMode(), "sd");
-  EXPECT_EQ(b->getRootFS(), "rootfs.ext4");
-  EXPECT_EQ(b->getMountPath(), "/mnt");
-  EXPECT_EQ(b->getReadMe(), "readme.txt");
-  EXPECT_EQ(b->getQemuDevTree(), "dt.dtb");
-  EXPECT_EQ(b->getQemuBoot(), "qboot");
-  EXPECT_EQ(b->getQemuArgs(), "qargs");
-  EXPECT_EQ(b->getHwBootBin(), "BOOT.BIN");
+  EXPECT_EQ((Names{b->getName(), b->getType(), b->getBif(), b->getImgData(), b->getBootMode(), b->getRootFS(),
+                   b->getMountPath(), b->getReadMe(), b->getQemuDevTree(), b->getQemuBoot(), b->getQemuArgs(),
+                   b->getHwBootBin()}),
+            (Names{"standard", "sd", "boot.bif", "img/", "sd", "rootfs.ext4", "/mnt", "readme.txt", "dt.dtb",
+                   "qboot", "qargs", "BOOT.BIN"}));
 
   // The second configuration has none of the optional parts.
   const HTEQSystemConfig* bare = configs[1];
-  EXPECT_EQ(bare->getPrebuiltData(), "");
-  EXPECT_EQ(bare->getDefaultProcGrpName(), "");
-  EXPECT_EQ(bare->getDefaultBootImgName(), "");
+  EXPECT_EQ((Names{bare->getPrebuiltData(), bare->getDefaultProcGrpName(), bare->getDefaultBootImgName()}),
+            (Names{"", "", ""}));
   runtimes.clear();
   bare->getRuntimes(runtimes);
   EXPECT_TRUE(runtimes.empty());
@@ -197,12 +178,10 @@ TEST_F(SoftwarePlatformReader, QemuSupportFollowsFromTheImage) {
   HTEQSystemConfig::TEQBootImgVec images;
   sw_.getSystemConfigByName("none")->getBootImgs(images);
   EXPECT_TRUE(images.empty());
-  EXPECT_FALSE(sw_.getSystemConfigByName("none")->isQemuSupported());
-  EXPECT_FALSE(sw_.getSystemConfigByName("plain")->isQemuSupported());
-  EXPECT_TRUE(sw_.getSystemConfigByName("boot")->isQemuSupported());
-  // Set, even to the empty text, counts.
-  EXPECT_TRUE(sw_.getSystemConfigByName("args")->isQemuSupported());
-  EXPECT_TRUE(sw_.getSystemConfigByName("dt")->isQemuSupported());
+  // Set, even to the empty text ("args"), counts.
+  for (const auto& c : std::vector<std::pair<const char*, bool>>{
+           {"none", false}, {"plain", false}, {"boot", true}, {"args", true}, {"dt", true}})
+    EXPECT_EQ(sw_.getSystemConfigByName(c.first)->isQemuSupported(), c.second) << c.first;
 }
 
 TEST_F(SoftwarePlatformReader, HypervisorGuestIsTheWordYesInAnyCase) {
@@ -213,10 +192,9 @@ TEST_F(SoftwarePlatformReader, HypervisorGuestIsTheWordYesInAnyCase) {
   ASSERT_TRUE(r.ok) << r.error;
   const HTEQSystemConfig* c = only();
   ASSERT_NE(c, nullptr);
-  EXPECT_TRUE(c->getProcGrpByName("upper")->IsHypervisorGuest());
-  EXPECT_TRUE(c->getProcGrpByName("mixed")->IsHypervisorGuest());
-  EXPECT_FALSE(c->getProcGrpByName("truth")->IsHypervisorGuest());
-  EXPECT_FALSE(c->getProcGrpByName("unset")->IsHypervisorGuest());
+  for (const auto& g : std::vector<std::pair<const char*, bool>>{
+           {"upper", true}, {"mixed", true}, {"truth", false}, {"unset", false}})
+    EXPECT_EQ(c->getProcGrpByName(g.first)->IsHypervisorGuest(), g.second) << g.first;
 }
 
 TEST_F(SoftwarePlatformReader, RuntimesSplitAtEveryComma) {

@@ -1,7 +1,16 @@
 #ifndef TESTS_SUPPORT_TESTSUPPORT_H
 #define TESTS_SUPPORT_TESTSUPPORT_H
 
+#include <boost/property_tree/ptree.hpp>
+#include <memory>
+#include <sstream>
 #include <string>
+#include <vector>
+
+#include "host/HUTEnv.h"
+#include "platform/HSTFwdIter.h"
+#include "platform/JSONObjectWriter.h"
+#include "platform/JSONSerializable.h"
 
 namespace zr_test {
 
@@ -42,8 +51,6 @@ class ScopedEnvVar {
 
 }  // namespace zr_test
 
-#endif
-
 namespace zr_test {
 
 // A descriptor with the given teq:hardwarePlatforms content (and attributes of
@@ -61,3 +68,53 @@ namespace zr_test {
 // A small valid software platform with one configuration and one processor group.
 std::string spfmText(const std::string& name = "board_sw");
 }  // namespace zr_test
+
+namespace zr_test {
+
+// Points the tool's temporary directory at `dir` for the life of the object.
+class ScopedTmpDir {
+ public:
+  explicit ScopedTmpDir(const std::string& dir) : old_(HUTEnv::instance().getJUNTmpDir()) {
+    HUTEnv::instance().setTmpDir(dir);
+  }
+  ~ScopedTmpDir() { HUTEnv::instance().setTmpDir(old_); }
+  ScopedTmpDir(const ScopedTmpDir&) = delete;
+  ScopedTmpDir& operator=(const ScopedTmpDir&) = delete;
+
+ private:
+  std::string old_;
+};
+
+// How often `what` occurs in `text`, overlaps included.
+inline std::size_t countOf(const std::string& text, const std::string& what) {
+  std::size_t n = 0;
+  for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+  return n;
+}
+
+// Every element of a model iterator, which the caller hands over.
+template <class T>
+std::vector<T> drain(HSTFwdIter<T>* iter) {
+  std::unique_ptr<HSTFwdIter<T>> owned(iter);
+  std::vector<T> out;
+  while (owned->hasNext()) out.push_back(owned->next());
+  return out;
+}
+
+// The pretty JSON text of one object, as the entry points write it, and its tree.
+inline std::string jsonText(const teq_platform::JSONSerializable& object) {
+  teq_platform::JSONObjectWriter writer;
+  object.toJSON(writer);
+  std::ostringstream out;
+  writer.write(out);
+  return out.str();
+}
+inline boost::property_tree::ptree jsonTree(const teq_platform::JSONSerializable& object) {
+  teq_platform::JSONObjectWriter writer;
+  object.toJSON(writer);
+  return writer.getTree();
+}
+
+}  // namespace zr_test
+
+#endif
