@@ -2,6 +2,7 @@
 
 #include <boost/iostreams/device/file.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
+#include <memory>
 #include <sstream>
 
 #include "ZipTestSupport.h"
@@ -22,6 +23,21 @@ std::string throughAutodetect(const std::string& path) {
   out << in.rdbuf();
   return out.str();
 }
+
+// A source that starts with `header` and then gives 'x' bytes up to 64 MiB,
+// counting what it gave.
+struct EndlessPacked {
+  typedef char char_type;
+  typedef boost::iostreams::source_tag category;
+  std::string header;
+  std::shared_ptr<std::size_t> given = std::make_shared<std::size_t>(0);
+  std::streamsize read(char* s, std::streamsize n) {
+    if (*given >= (std::size_t(64) << 20)) return -1;
+    for (std::streamsize i = 0; i < n; ++i, ++*given)
+      s[i] = *given < header.size() ? header[*given] : 'x';
+    return n;
+  }
+};
 
 }  // namespace
 
@@ -106,4 +122,15 @@ TEST(XpFormat, PackedDataBeyondTheLimitIsRefusedBeforeUnpacking) {
   // Through a stream the failure ends the stream with nothing read.
   EXPECT_TRUE(throughAutodetect(bomb).empty());
   EXPECT_THROW(xp::read_file(dir.file("missing")), HEXFileNotFoundException);
+
+  // A packed stream longer than the limit is given up as soon as it passes
+  // the limit, not read to its end first.
+  EndlessPacked source{header};
+  boost::iostreams::filtering_istream in;
+  in.push(isl::iostreams::xp_autodetect());
+  in.push(source);
+  std::ostringstream out;
+  out << in.rdbuf();
+  EXPECT_TRUE(out.str().empty());
+  EXPECT_LT(*source.given, std::size_t(1) << 20);
 }
