@@ -3,6 +3,10 @@
 #include <unistd.h>
 
 #include <boost/filesystem.hpp>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
 
 #include "ZipTestSupport.h"
 #include "host/HEXAll.h"
@@ -91,6 +95,20 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
             (std::vector<bool>{false, true, false, true}));
   EXPECT_EQ(HUTZip::containsFiles(dir.write("cut.zip", "PK\x03\x04"), {"sw/a.spfm", "x"}),
             (std::vector<bool>{false, false}));
+  // The answers follow the file: rewritten in place with another member of
+  // the same size, or replaced, the archive is looked into again.
+  const std::string other = dir.file("other.zip");
+  makeZip(other, {{"sw/", ""}, {"sw/b.spfm", "x"}});
+  ASSERT_EQ(readFile(other).size(), readFile(zip).size());
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  {
+    std::fstream inPlace(zip, std::ios::in | std::ios::out | std::ios::binary);
+    inPlace << readFile(other);
+  }
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/a.spfm", "sw/b.spfm"}), (std::vector<bool>{false, true}));
+  makeZip(dir.file("third.zip"), {{"sw/c.spfm", "x"}});
+  ASSERT_EQ(std::rename(dir.file("third.zip").c_str(), zip.c_str()), 0);
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/b.spfm", "sw/c.spfm"}), (std::vector<bool>{false, true}));
   // A pipe would block a reader for ever: it is refused at once.
   const std::string fifo = dir.file("pipe.cfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);

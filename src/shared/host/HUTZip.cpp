@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <mutex>
 
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
@@ -27,6 +28,50 @@ using zr_zip::OpenMode;
 namespace {
 
 std::uint64_t gMaxMemberSize = 2ull << 30;
+
+// The plain members of the archives looked into last. Loading one platform
+// asks about the same archive more than once (its JSON members, then its
+// emulation members); a listing is answered again while the file is the same
+// one, unchanged: same device, inode, size, modification and change times.
+class ListingCache {
+ public:
+  bool lookup(const std::string& path, const struct stat& st, std::vector<std::string>& names) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    for (const Entry& e : entries_)
+      if (e.path == path && same(e.st, st)) {
+        names = e.names;
+        return true;
+      }
+    return false;
+  }
+  void store(const std::string& path, const struct stat& st, std::vector<std::string> names) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    entries_.erase(std::remove_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.path == path; }),
+                   entries_.end());
+    if (entries_.size() == kEntries) entries_.erase(entries_.begin());
+    entries_.push_back(Entry{path, st, std::move(names)});
+  }
+
+ private:
+  static constexpr std::size_t kEntries = 8;
+  struct Entry {
+    std::string path;
+    struct stat st;
+    std::vector<std::string> names;  // plain members, sorted
+  };
+  static bool same(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+           a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec &&
+           a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
+  }
+  std::mutex mutex_;
+  std::vector<Entry> entries_;
+};
+
+ListingCache& listingCache() {
+  static ListingCache cache;
+  return cache;
+}
 
 // The permission bits the archive records for a member made on a Unix
 // system, or 0 when it records none.
@@ -100,15 +145,23 @@ bool HUTZip::containsFile(const std::string& zipFile, const std::string& member)
 
 std::vector<bool> HUTZip::containsFiles(const std::string& zipFile, const std::vector<std::string>& members) {
   std::vector<bool> found(members.size(), false);
-  try {
-    Archive archive(zipFile, OpenMode::kRead);
-    for (std::size_t i = 0; i < members.size(); ++i) {
-      const std::int64_t index = archive.locate(members[i]);
-      found[i] = index >= 0 && !archive.isDirectoryEntry(index);
+  std::vector<std::string> plain;
+  struct stat st;
+  const bool known = ::stat(zipFile.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+  if (!known || !listingCache().lookup(zipFile, st, plain)) {
+    try {
+      Archive archive(zipFile, OpenMode::kRead);
+      for (std::int64_t i = 0, n = archive.size(); i < n; ++i)
+        if (!archive.isDirectoryEntry(i)) plain.push_back(archive.name(i));
+    } catch (const HEXAll&) {
+      return found;
     }
-  } catch (const HEXAll&) {
-    std::fill(found.begin(), found.end(), false);
+    std::sort(plain.begin(), plain.end());
+    if (known) listingCache().store(zipFile, st, plain);
   }
+  for (std::size_t i = 0; i < members.size(); ++i)
+    found[i] = !members[i].empty() && members[i].find('\0') == std::string::npos &&
+               std::binary_search(plain.begin(), plain.end(), members[i]);
   return found;
 }
 

@@ -14,8 +14,12 @@ namespace zr_json {
 using Tree = boost::property_tree::ptree;
 
 const JsonNode* JsonNode::child(std::string_view name) const {
-  for (const JsonNode* c = first; c != nullptr; c = c->next)
-    if (c->key == name) return c;
+  // Length and first byte settle most mismatches without a call to memcmp.
+  const std::size_t n = name.size();
+  for (const JsonNode* c = first; c != nullptr; c = c->next) {
+    if (c->key.size() != n) continue;
+    if (n == 0 || (c->key[0] == name[0] && std::memcmp(c->key.data(), name.data(), n) == 0)) return c;
+  }
   return nullptr;
 }
 
