@@ -57,9 +57,14 @@ int printPlatformJson(const std::string& file) {
       zr_cli::reportError(file, reason.empty() ? "the platform cannot be loaded" : reason);
       return int(zr_cli::kCannotLoad);
     }
-    teq_platform::JSONObjectWriter writer;
-    writer.writeObject(platform.get());
-    writer.write(std::cout);
+    // The tool ends right after printing: the platform and its tree are left
+    // to the system, which takes the whole heap back at once, instead of
+    // being freed node by node (a tenth of the run for a large platform).
+    static auto* kept = new std::shared_ptr<HTEQPlatform>;
+    static auto* tree = new teq_platform::JSONObjectWriter;
+    *kept = platform;
+    tree->writeObject(platform.get());
+    tree->write(std::cout);
     return int(zr_cli::kOk);
   });
 }
