@@ -43,11 +43,12 @@ constexpr SpecialBytes kSpecial{};
 
 // Recursive descent over the grammar the property tree's parser accepts:
 // RFC 8259 JSON with its UTF-8 check (a lead byte and the right number of
-// continuation bytes, no control characters in strings). Decoded strings go
-// into one block no larger than the text plus one byte: every stored text is
-// at most as long as its source and is followed by a NUL where the source had
-// a quote or a delimiter. Any deviation answers false; the caller then asks
-// the reference parser, which reports the error.
+// continuation bytes, no control characters in strings). Keys, values and
+// numbers without escapes stay in the text; strings with escapes are decoded
+// into one block no larger than the text plus one byte (a decoded string is
+// never longer than its source, and its NUL takes the place of a quote). Any
+// deviation answers false; the caller then asks the reference parser, which
+// reports the error.
 class Document::Parser {
  public:
   Parser(Document& doc, std::string_view text, unsigned maxDepth)
