@@ -217,6 +217,11 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   bool isEquals(const HPLPlatform& other) const;
 
  private:
+  // The body of toJSON, for the tree writer and for the library's text writer.
+  friend struct teq_platform::TextDispatch;
+  template <class Writer>
+  void writeJSON_(Writer& writer) const;
+
   const HPLCore* firstCore_() const;
   // The member holding the extended metadata: META_JSON, else EXT_META_JSON.
   std::string extMetaJsonMember_() const;

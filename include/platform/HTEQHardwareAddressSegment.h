@@ -39,6 +39,11 @@ class ZR_PLATFORM_API HTEQHardwareAddressSegment : public teq_platform::JSONSeri
   void setInterleave(unsigned int v) { interleave_ = v; }
 
  private:
+  // The body of toJSON, for the tree writer and for the library's text writer.
+  friend struct teq_platform::TextDispatch;
+  template <class Writer>
+  void writeJSON_(Writer& writer) const;
+
   std::string auto_;
   std::string baseName_;
   unsigned int index_ = 0;

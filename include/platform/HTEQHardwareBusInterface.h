@@ -75,6 +75,11 @@ class ZR_PLATFORM_API HTEQHardwareBusInterface : public teq_platform::JSONSerial
   std::string getMemorySLR(unsigned int n) const;
 
  private:
+  // The body of toJSON, for the tree writer and for the library's text writer.
+  friend struct teq_platform::TextDispatch;
+  template <class Writer>
+  void writeJSON_(Writer& writer) const;
+
   std::string name_;
   std::string mode_;
   std::string busTypeRef_;

@@ -373,12 +373,16 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   void attachDigest() const;
 
  protected:
+  // The body of toJSON (derived platforms call it), for the tree writer and for the library's text writer.
+  friend struct teq_platform::TextDispatch;
+  template <class Writer>
+  void writeJSON_(Writer& writer) const;
+
   // The three archive steps of archiveFile, on the archive at `archive`.
   void writeJsonTo_(const std::string& archive) const;
   void archiveFileTo_(const std::string& archive, const std::string& member, const std::string& source) const;
   void setHpfmString_(const std::string& v) { hpfmString_ = v; }
   bool hasHardwareDef_() const;
-  void writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const;
 
  private:
   static bool isMemPortIndexed_(const HTEQHardwareBusInterface& bi);

@@ -111,7 +111,11 @@ class ZR_PLATFORM_API HTEQPlatform : public teq_platform::JSONSerializable {
   std::string getTypePrettyString() const;
 
  private:
-  void writePlatforms(teq_platform::JSONObjectWriter& writer) const;
+  // The body of toJSON, for the tree writer and for the library's text writer.
+  friend struct teq_platform::TextDispatch;
+  template <class Writer>
+  void writeJSON_(Writer& writer) const;
+
   // The direct hardware platform, else the default partition's object.
   HTEQHardwarePlatform* hardwareForQueries_() const;
 

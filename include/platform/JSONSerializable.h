@@ -6,6 +6,8 @@
 namespace teq_platform {
 
 class JSONObjectWriter;
+// Lets the library print the largest model objects without a tree.
+struct TextDispatch;
 
 // Base of every object that writes itself as JSON. toJSON adds the object's
 // own keys to the writer it is given; it never opens or closes braces.

@@ -23,10 +23,7 @@
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
-#include "platform/HTEQPlatform.h"
 #include "platform/HTEQPlatformCAPI.h"
-#include "platform/JSONObjectWriter.h"
-#include "platform/PlatformLoader.h"
 
 namespace {
 
@@ -42,29 +39,6 @@ int printJson(const std::string& file, char* (*entry)(const char*)) {
       return int(zr_cli::kCannotLoad);
     }
     std::cout << text.get();
-    return int(zr_cli::kOk);
-  });
-}
-
-// Prints the whole platform as hteq_get_platform_json gives it, but writes
-// the text to the output as it is made instead of holding all of it first.
-int printPlatformJson(const std::string& file) {
-  return guarded(file, [&](zr_cli::MessageCollector& messages) {
-    teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
-    const std::shared_ptr<HTEQPlatform> platform = loader.load();
-    if (!platform) {
-      const std::string reason = messages.worst();
-      zr_cli::reportError(file, reason.empty() ? "the platform cannot be loaded" : reason);
-      return int(zr_cli::kCannotLoad);
-    }
-    // The tool ends right after printing: the platform and its tree are left
-    // to the system, which takes the whole heap back at once, instead of
-    // being freed node by node (a tenth of the run for a large platform).
-    static auto* kept = new std::shared_ptr<HTEQPlatform>;
-    static auto* tree = new teq_platform::JSONObjectWriter;
-    *kept = platform;
-    tree->writeObject(platform.get());
-    tree->write(std::cout);
     return int(zr_cli::kOk);
   });
 }
@@ -135,7 +109,7 @@ int main(int argc, char** argv) {
     env.setVersion(std::stoi(toolVersion.substr(0, dot)), std::stoi(toolVersion.substr(dot + 1)));
   }
 
-  if (json->parsed()) return printPlatformJson(file);
+  if (json->parsed()) return printJson(file, hteq_get_platform_json);
   if (shortCmd->parsed()) return printJson(file, hteq_get_short_platform_json);
   if (members->parsed()) {
     return guarded(archive, [&](zr_cli::MessageCollector&) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <sstream>
 
+#include "JsonTextWriter.h"
 #include "HPLMemSizeParser.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
@@ -370,10 +371,10 @@ bool HPLPlatform::isEquals(const HPLPlatform& other) const {
 
 // ---- JSON ----
 
-void HPLPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
-  using teq_platform::JSONListWriter;
-  using teq_platform::JSONObjectWriter;
+void HPLPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const { writeJSON_(writer); }
 
+template <class Writer>
+void HPLPlatform::writeJSON_(Writer& writer) const {
   // Everything that can fail is settled before the first key is written, so a
   // refused platform leaves the caller's writer as it was.
   std::unique_ptr<HSTFwdIter<HPLDriver*>> drivers(board_.createDriverIter());
@@ -406,19 +407,21 @@ void HPLPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
   writer.writeObject(getDesignIntent());
   writer.addKey("board", &board_);
 
-  JSONListWriter devices;
+  auto devices = teq_platform::listFor(writer);
   for (const HPLDevice* d : devices_) devices.addItem(d);
   writer.addKey("devices", std::move(devices));
-  JSONListWriter interfaces;
+  auto interfaces = teq_platform::listFor(writer);
   for (const HPLInterface* i : interfaces_) interfaces.addItem(i);
   writer.addKey("interfaces", std::move(interfaces));
-  JSONListWriter memories;
+  auto memories = teq_platform::listFor(writer);
   for (const HPLMemory* m : memories_) memories.addItem(m);
   writer.addKey("memories", std::move(memories));
-  JSONListWriter files;
+  auto files = teq_platform::listFor(writer);
   for (const HPLFile* f : files_) files.addItem(f);
   writer.addKey("files", std::move(files));
   if (!extensions.empty()) writer.addKey("extensions", extensions);
 
-  HTEQHardwarePlatform::toJSON(writer);
+  HTEQHardwarePlatform::writeJSON_(writer);
 }
+
+template void HPLPlatform::writeJSON_(teq_platform::TextObjectWriter&) const;

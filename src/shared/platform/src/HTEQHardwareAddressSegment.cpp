@@ -1,8 +1,12 @@
 #include "platform/HTEQHardwareAddressSegment.h"
 
+#include "JsonTextWriter.h"
 #include "platform/JSONObjectWriter.h"
 
-void HTEQHardwareAddressSegment::toJSON(teq_platform::JSONObjectWriter& writer) const {
+void HTEQHardwareAddressSegment::toJSON(teq_platform::JSONObjectWriter& writer) const { writeJSON_(writer); }
+
+template <class Writer>
+void HTEQHardwareAddressSegment::writeJSON_(Writer& writer) const {
   writer.addKey("baseName", baseName_);
   writer.addKey("index", index_);
   writer.addKey("memoryInstance", memoryInstance_);
@@ -17,3 +21,5 @@ void HTEQHardwareAddressSegment::toJSON(teq_platform::JSONObjectWriter& writer) 
   writer.addKey("writeBwUsed", writeBwUsed_);
   writer.addKey("interleave", interleave_);
 }
+
+template void HTEQHardwareAddressSegment::writeJSON_(teq_platform::TextObjectWriter&) const;

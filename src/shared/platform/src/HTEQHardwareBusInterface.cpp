@@ -1,5 +1,6 @@
 #include "platform/HTEQHardwareBusInterface.h"
 
+#include "JsonTextWriter.h"
 #include "platform/HTEQHardwareAddressSegment.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
@@ -23,7 +24,10 @@ std::string HTEQHardwareBusInterface::getMemorySLR(unsigned int n) const {
   return n < segments_.size() ? segments_[n]->getSlr() : std::string();
 }
 
-void HTEQHardwareBusInterface::toJSON(teq_platform::JSONObjectWriter& writer) const {
+void HTEQHardwareBusInterface::toJSON(teq_platform::JSONObjectWriter& writer) const { writeJSON_(writer); }
+
+template <class Writer>
+void HTEQHardwareBusInterface::writeJSON_(Writer& writer) const {
   writer.addKey("name", name_);
   writer.addKey("mode", mode_);
   writer.addKey("instRef", instRef_);
@@ -42,7 +46,9 @@ void HTEQHardwareBusInterface::toJSON(teq_platform::JSONObjectWriter& writer) co
   writer.addKey("direction", direction_);
   writer.addKey("isrId", isrId_);
   writer.addKey("category", category_);
-  teq_platform::JSONListWriter segments;
+  auto segments = teq_platform::listFor(writer);
   for (const HTEQHardwareAddressSegment* s : segments_) segments.addItem(s);
   writer.addKey("addressSegments", std::move(segments));
 }
+
+template void HTEQHardwareBusInterface::writeJSON_(teq_platform::TextObjectWriter&) const;

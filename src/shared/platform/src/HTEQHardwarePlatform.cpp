@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "JsonTextWriter.h"
 #include "PlatformArchiveAccess.h"
 #include "host/HEXAll.h"
 #include "host/HHSMHwManager.h"
@@ -597,15 +598,18 @@ bool HTEQHardwarePlatform::isValidPlatformExt(const std::string& extension) {
 // JSON
 
 namespace {
-template <class T>
-void addList(teq_platform::JSONObjectWriter& writer, const char* key, const std::vector<T*>& items) {
-  teq_platform::JSONListWriter list;
+template <class Writer, class T>
+void addList(Writer& writer, const char* key, const std::vector<T*>& items) {
+  auto list = teq_platform::listFor(writer);
   for (const T* item : items) list.addItem(item);
   writer.addKey(key, std::move(list));
 }
 }  // namespace
 
-void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
+void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const { writeJSON_(writer); }
+
+template <class Writer>
+void HTEQHardwarePlatform::writeJSON_(Writer& writer) const {
   writer.addKey("vendor", vendor_);
   writer.addKey("boardId", boardId_);
   writer.addKey("name", name_);
@@ -644,7 +648,7 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   writer.addKey("idCode", idCode_);
   writer.addKey("extendedIdCode", extendedIdCode_);
 
-  teq_platform::JSONObjectWriter flash;
+  auto flash = teq_platform::objectFor(writer);
   flash.addKey("interfaceType", flashInterfaceType_);
   flash.addKey("offsetAddress", flashOffsetAddress_);
   flash.addKey("size", flashSize_);
@@ -654,15 +658,19 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   addList(writer, "reconfigPartitionIDs", reconfigPartitions_);
   writer.addKey("tilHardware", &tilHardware_);
   // Read directly: writing never triggers the lazy load of partitions.
-  if (expandable_ && !tilPartitions_.empty()) writeTilPartitions_(writer);
+  if (expandable_ && !tilPartitions_.empty()) {
+    auto partitions = teq_platform::listFor(writer);
+    for (const HTEQTilPartition& p : tilPartitions_) partitions.addItem(&p);
+    writer.addKey("tilPartitions", std::move(partitions));
+  }
   addList(writer, "designIpInstances", designIpInstances_);
 
   StringVector types;
   StringVector counts;
   getAllResources(types, counts);
-  teq_platform::JSONListWriter resources;
+  auto resources = teq_platform::listFor(writer);
   for (size_t i = 0; i < types.size() && i < counts.size(); ++i) {
-    teq_platform::JSONObjectWriter r;
+    auto r = teq_platform::objectFor(resources);
     r.addKey("type", types[i]);
     r.addKey("count", counts[i]);
     resources.addItem(std::move(r));
@@ -671,11 +679,11 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
 
   // A platform whose clocks miss the default id marks none of them default.
   const HTEQSystemClock* defaultClock = getDefaultClock();
-  teq_platform::JSONListWriter clocks;
+  auto clocks = teq_platform::listFor(writer);
   for (const HTEQSystemClock* c : systemClocks_) {
-    teq_platform::JSONObjectWriter item;
+    auto item = teq_platform::objectFor(clocks);
     item.addKey("default", defaultClock != nullptr && c->getName() == defaultClock->getName());
-    c->toJSON(item);
+    item.writeObject(c);
     clocks.addItem(std::move(item));
   }
   writer.addKey("systemClocks", std::move(clocks));
@@ -685,3 +693,6 @@ void HTEQHardwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   addList(writer, "nocConnectivity", nocConnectivity_);
   addList(writer, "featureRoms", featureRoms_);
 }
+
+template void HTEQHardwarePlatform::writeJSON_(teq_platform::JSONObjectWriter&) const;
+template void HTEQHardwarePlatform::writeJSON_(teq_platform::TextObjectWriter&) const;

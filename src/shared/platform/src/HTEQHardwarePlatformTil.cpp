@@ -120,8 +120,3 @@ std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
   return it == metaData.end() ? std::string() : it->second;
 }
 
-void HTEQHardwarePlatform::writeTilPartitions_(teq_platform::JSONObjectWriter& writer) const {
-  teq_platform::JSONListWriter list;
-  for (const HTEQTilPartition& p : tilPartitions_) list.addItem(&p);
-  writer.addKey("tilPartitions", std::move(list));
-}

@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "JsonTextWriter.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHardwarePlatform.h"
@@ -170,7 +171,10 @@ std::string HTEQPlatform::getTypePrettyString() const {
   return "Undefined";
 }
 
-void HTEQPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
+void HTEQPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const { writeJSON_(writer); }
+
+template <class Writer>
+void HTEQPlatform::writeJSON_(Writer& writer) const {
   writer.addKey("vendor", getVendor());
   writer.addKey("name", getName());
   writer.addKey("description", getDescription());
@@ -192,20 +196,19 @@ void HTEQPlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
   std::vector<std::string> categories;
   getTargetCategories(categories);
   writer.addKey("targetCategories", categories);
-  writePlatforms(writer);
-}
-
-void HTEQPlatform::writePlatforms(teq_platform::JSONObjectWriter& writer) const {
   if (hasReconfigurablePartitions()) writer.addKey("defaultRPId", defaultRPId_);
-  teq_platform::JSONObjectWriter hardware;
+  auto hardware = teq_platform::objectFor(writer);
   if (hardwarePlatform_) hardware.addKey("hardwarePlatform", hardwarePlatform_);
   if (hardwareEmulationPlatform_ && hasDistinctHardwareEmulationPlatform())
     hardware.addKey("hwEmuPlatform", hardwareEmulationPlatform_);
   if (hasReconfigurablePartitions()) {
-    teq_platform::JSONListWriter partitions;
+    auto partitions = teq_platform::listFor(hardware);
     for (const auto* rp : reconfigurablePartitions_) partitions.addItem(rp);
     hardware.addKey("reconfigurablePartitions", std::move(partitions));
   }
   writer.addKey("hardwarePlatforms", std::move(hardware));
   if (const auto* sw = getSoftwarePlatform()) writer.addKey("softwarePlatform", sw);
 }
+
+template void HTEQPlatform::writeJSON_(teq_platform::TextObjectWriter&) const;
+

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "JsonText.h"
+#include "JsonTextWriter.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/JSONObjectWriter.h"
 #include "platform/PlatformLoader.h"
@@ -30,6 +31,13 @@ char* toCString(const teq_platform::JSONObjectWriter& writer) {
 extern "C" char* hteq_get_platform_json(const char* file) {
   const auto platform = loadPlatform(file);
   if (!platform) return nullptr;
+  // The text is printed from the model directly; only a document that needs
+  // the tree's path semantics is built as a tree first. Both give the same
+  // bytes.
+  try {
+    return teq_platform::platformText(*platform);
+  } catch (const teq_platform::TextNeedsTree&) {
+  }
   teq_platform::JSONObjectWriter writer;
   writer.writeObject(platform.get());
   return toCString(writer);

@@ -88,6 +88,14 @@ class StreamOut {
   std::size_t used_ = 0;
 };
 
+// Output appended to a string.
+struct StringOut {
+  std::string& s;
+  void put(char c) { s += c; }
+  void put(const char* text, std::size_t n) { s.append(text, n); }
+  void spaces(std::size_t n) { s.append(n, ' '); }
+};
+
 template <class Out>
 void putEscaped(const std::string& s, Out& out) {
   std::size_t run = 0;
@@ -190,6 +198,18 @@ void writeText(const Tree& tree, std::ostream& out) {
   StreamOut stream(out);
   write(tree, 0, stream);
   stream.flush();
+}
+
+void appendEscaped(const std::string& text, std::string& out) {
+  StringOut sink{out};
+  putEscaped(text, sink);
+}
+
+bool appendValue(const Tree& tree, int level, std::string& out) {
+  if (!writable(tree, false)) return false;
+  StringOut sink{out};
+  write(tree, level, sink);
+  return true;
 }
 
 void appendText(const Tree& tree, std::string& out) {

@@ -25,6 +25,15 @@ char* writeText(const boost::property_tree::ptree& tree, char* out);
 // (raising the writer's error, before writing, for a tree it refuses).
 void writeText(const boost::property_tree::ptree& tree, std::ostream& out);
 
+// A text escaped as the tree writer escapes keys and values.
+void appendEscaped(const std::string& text, std::string& out);
+
+// A node below the root printed as the tree writer prints it at `level`
+// (a leaf as a quoted value, a node whose children all have empty keys as an
+// array, any other as an object). False, appending nothing, for a node the
+// writer refuses: somewhere a value beside children.
+bool appendValue(const boost::property_tree::ptree& tree, int level, std::string& out);
+
 }  // namespace zr_json
 
 #endif
