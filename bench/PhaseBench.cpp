@@ -6,10 +6,12 @@
 
 #include <boost/property_tree/json_parser.hpp>
 #include <map>
+#include <memory>
 #include <sstream>
 
 #include "../tools/zr-platform/SampleGenerator.h"
 #include "JsonDocument.h"
+#include "JsonTextWriter.h"
 #include "TEQPlatformLMX.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
@@ -154,17 +156,26 @@ void BM_ReferenceText(benchmark::State& state) {
   });
 }
 
+// The text the C entry point prints, made from the model without a tree.
+void BM_DirectText(benchmark::State& state) {
+  const Sample& s = sample(static_cast<int>(state.range(0)));
+  teq_platform::PlatformLoader loader(s.zdf, teq_platform::PlatformLoader::Default);
+  const auto platform = loader.load();
+  for (auto _ : state) {
+    std::unique_ptr<char[]> text(teq_platform::platformText(*platform));
+    benchmark::DoNotOptimize(text[0]);
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
+}
+
+// Load and print as the C entry point does.
 void BM_LoadAndPrint(benchmark::State& state) {
   const Sample& s = sample(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     teq_platform::PlatformLoader loader(s.zdf, teq_platform::PlatformLoader::Default);
     const auto platform = loader.load();
-    teq_platform::JSONObjectWriter w;
-    w.writeObject(platform.get());
-    CountingBuf buf;
-    std::ostream out(&buf);
-    w.write(out);
-    benchmark::DoNotOptimize(buf.count);
+    std::unique_ptr<char[]> text(teq_platform::platformText(*platform));
+    benchmark::DoNotOptimize(text[0]);
   }
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(s.member.size()));
 }
@@ -181,6 +192,7 @@ BENCHMARK(BM_DescriptorParseAndValidate)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_TreeBuild) ZR_SCALES;
 BENCHMARK(BM_JsonText) ZR_SCALES;
 BENCHMARK(BM_ReferenceText) ZR_SCALES;
+BENCHMARK(BM_DirectText) ZR_SCALES;
 BENCHMARK(BM_LoadAndPrint) ZR_SCALES;
 
 BENCHMARK_MAIN();

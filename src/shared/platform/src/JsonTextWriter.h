@@ -27,14 +27,23 @@ class TextPieces {
   char* copyTo(char* out) const;
 
  protected:
+  // The piece being written. A piece that has grown large is closed and the
+  // next one is made at its full size at once, so that no large text is
+  // ever grown by copying.
   std::string& tail() {
-    if (pieces_.empty()) pieces_.emplace_back();
+    if (pieces_.empty()) {
+      pieces_.emplace_back();
+    } else if (pieces_.back().size() >= kPieceSize) {
+      pieces_.emplace_back();
+      pieces_.back().reserve(kPieceSize + kPieceSize / 4);
+    }
     return pieces_.back();
   }
   // Appends `child`'s text between `open` and `close`.
   void adopt(const std::string& open, TextPieces&& child, const std::string& close);
 
  private:
+  static constexpr std::size_t kPieceSize = 64 * 1024;
   std::vector<std::string> pieces_;
 };
 
