@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <random>
-#include <sstream>
 #include <string>
 
 #include "JsonTextWriter.h"
@@ -28,16 +27,12 @@
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQSystemClock.h"
 #include "platform/JSONObjectWriter.h"
+#include "support/TestSupport.h"
 
 namespace {
 
-std::string treeText(const HTEQPlatform& platform) {
-  teq_platform::JSONObjectWriter writer;
-  writer.writeObject(platform);
-  std::ostringstream out;
-  writer.write(out);
-  return out.str();
-}
+// The text of the platform's tree, as written before the direct path.
+std::string treeText(const HTEQPlatform& platform) { return zr_test::jsonText(platform); }
 
 std::string directText(const HTEQPlatform& platform) {
   std::unique_ptr<char[]> text(teq_platform::platformText(platform));
