@@ -141,6 +141,24 @@ TEST(TextPath, RandomPlatformsPrintTheTreesBytes) {
   }
 }
 
+TEST(TextPath, ALargePlatformPrintsTheTreesBytesAcrossPieces) {
+  // Large lists are kept in pieces of bounded size: a platform of some
+  // megabytes crosses many piece boundaries, inside and between items.
+  HTEQPlatform platform;
+  auto* hw = new HPLPlatform;
+  platform.setHardwarePlatform(hw);
+  for (int i = 0; i < 3000; ++i) {
+    HTEQHardwareBusInterface* b = hw->addBusInterface();
+    b->setName("S" + std::to_string(i) + "_AXI");
+    b->setInstRef(std::string(static_cast<std::size_t>(i % 700), 'r'));
+    for (int k = 0; k < 4; ++k) b->addAddressSegment()->setBaseName("bank/" + std::to_string(k));
+  }
+  for (int i = 0; i < 500; ++i) hw->addFile("TCL", "scripts/step" + std::to_string(i) + ".tcl");
+  const std::string expected = treeText(platform);
+  ASSERT_GT(expected.size(), std::size_t(4) << 20);
+  EXPECT_TRUE(directText(platform) == expected);
+}
+
 TEST(TextPath, ADerivedPlatformWritesThroughItsOwnToJSON) {
   // The shared body belongs to the exact class; a subclass that writes
   // otherwise is written through its own toJSON.
