@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
 
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
@@ -41,14 +40,6 @@ const char kCfaXml[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 </Root>
 )";
 
-std::string document(const HPLPlatform& p) {
-  teq_platform::JSONObjectWriter w;
-  p.toJSON(w);
-  std::ostringstream out;
-  w.write(out);
-  return out.str();
-}
-
 }  // namespace
 
 // The JSON route reads what the model writes, so a platform that came through
@@ -65,7 +56,7 @@ TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
   ASSERT_TRUE(HTEQCfaXmlReader(xmlArchive, &fromXml).parseCFA());
 
   const std::string jsonArchive = dir.file("json/card.cfa");
-  HUTZip::writeMember(jsonArchive, "cfa.json", document(fromXml));
+  HUTZip::writeMember(jsonArchive, "cfa.json", zr_test::jsonText(fromXml));
   HPLPlatform fromJson;
   ASSERT_TRUE(HTEQCfaJsonReader(&fromJson).parseCFA(jsonArchive, PlatformLoader::Default));
 
@@ -74,7 +65,7 @@ TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
   // Apart from that only the archive path differs; put both in one place and compare.
   fromJson.setPlatformFile(xmlArchive);
   fromJson.setDescription(fromXml.getDescription());
-  EXPECT_EQ(document(fromJson), document(fromXml));
+  EXPECT_EQ(zr_test::jsonText(fromJson), zr_test::jsonText(fromXml));
   EXPECT_TRUE(fromXml.isEquals(fromJson));
   // The XML route's defaults travel through the document.
   EXPECT_EQ(fromJson.getValidBinaryContentValuesAsStr(), fromXml.getValidBinaryContentValuesAsStr());
@@ -96,7 +87,7 @@ TEST(RouteComparison, PortsOfTheXmlRouteHaveNoJsonCounterpart) {
   HUTZip::writeMember(xmlArchive, "cfa.xml", xml);
   HPLPlatform fromXml;
   ASSERT_TRUE(HTEQCfaXmlReader(xmlArchive, &fromXml).parseCFA());
-  const std::string withPorts = document(fromXml);
+  const std::string withPorts = zr_test::jsonText(fromXml);
   ASSERT_NE(withPorts.find("M00_AXI"), std::string::npos);
 
   HUTFile::mkDirRecursive(dir.file("json"));
@@ -104,5 +95,5 @@ TEST(RouteComparison, PortsOfTheXmlRouteHaveNoJsonCounterpart) {
   HUTZip::writeMember(jsonArchive, "cfa.json", withPorts);
   HPLPlatform fromJson;
   ASSERT_TRUE(HTEQCfaJsonReader(&fromJson).parseCFA(jsonArchive, PlatformLoader::Default));
-  EXPECT_EQ(document(fromJson).find("M00_AXI"), std::string::npos);
+  EXPECT_EQ(zr_test::jsonText(fromJson).find("M00_AXI"), std::string::npos);
 }

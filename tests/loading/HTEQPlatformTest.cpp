@@ -1,27 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
 
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQReconfigurablePartition.h"
 #include "platform/JSONObjectWriter.h"
+#include "support/TestSupport.h"
 
 namespace {
-
-std::string json(const HTEQPlatform& p) {
-  teq_platform::JSONObjectWriter w;
-  w.writeObject(p);
-  std::ostringstream out;
-  w.write(out);
-  return out.str();
-}
-
-teq_platform::JSONWriter::Tree tree(const HTEQPlatform& p) {
-  teq_platform::JSONObjectWriter w;
-  w.writeObject(p);
-  return w.getTree();
-}
 
 std::vector<std::string> keys(const teq_platform::JSONWriter::Tree& t) {
   std::vector<std::string> out;
@@ -35,7 +21,7 @@ TEST(HTEQPlatform, SoftwareOnlyPlatformWritesNoFileKeys) {
   HTEQPlatform p;
   p.setPartial(true);
   p.setName("sw");
-  EXPECT_EQ(json(p),
+  EXPECT_EQ(zr_test::jsonText(p),
             "{\n"
             "    \"name\": \"sw\",\n"
             "    \"type\": \"Undefined\",\n"
@@ -67,7 +53,7 @@ TEST(HTEQPlatform, DescriptorKeysComeInOrderAndLibraryIsNotWritten) {
   auto* hw = new HPLPlatform;
   hw->setPlatformFile("/r/board/hw/b.lfa");
   p.setHardwarePlatform(hw);
-  const auto t = tree(p);
+  const auto t = zr_test::jsonTree(p);
   EXPECT_EQ(keys(t), (std::vector<std::string>{"vendor", "name", "description", "uniqueName", "version", "type",
                                                "unified", "zdf", "hardware", "softwareEmulation",
                                                "hardwareEmulation", "hardwareEmuPlatform", "hidden", "file",
@@ -88,9 +74,9 @@ TEST(HTEQPlatform, EmulationObjectWithoutItsOwnFileIsNotWritten) {
   emu->setPlatformFile("/x/e.lfa");
   p.setHardwareEmulationPlatform(emu);
   EXPECT_TRUE(p.supportsHWEmulation());
-  EXPECT_FALSE(tree(p).get_child_optional("hardwarePlatforms.hwEmuPlatform"));
+  EXPECT_FALSE(zr_test::jsonTree(p).get_child_optional("hardwarePlatforms.hwEmuPlatform"));
   p.setHardwareEmuPlatformFile("/x/e.lfa");
-  EXPECT_EQ(tree(p).get_child("hardwarePlatforms").count("hwEmuPlatform"), 1u);
+  EXPECT_EQ(zr_test::jsonTree(p).get_child("hardwarePlatforms").count("hwEmuPlatform"), 1u);
 }
 
 TEST(HTEQPlatform, DefaultPartitionThatDoesNotExistAnswersFalse) {
@@ -102,7 +88,7 @@ TEST(HTEQPlatform, DefaultPartitionThatDoesNotExistAnswersFalse) {
   EXPECT_EQ(p.getHardwarePlatform(), nullptr);
   EXPECT_FALSE(p.supportsHardware());
   EXPECT_FALSE(p.supportsHWEmulation());
-  const auto t = tree(p);
+  const auto t = zr_test::jsonTree(p);
   EXPECT_EQ(t.get<std::string>("hardware"), "false");
   EXPECT_EQ(t.get<std::string>("defaultRPId"), "9");
   const auto& list = t.get_child("hardwarePlatforms.reconfigurablePartitions");
@@ -130,7 +116,7 @@ TEST(HTEQPlatform, DefaultPartitionIsLookedUpAfreshAndAnswersQueries) {
   p.setDefaultRPHardwarePlatform(hw);
   EXPECT_EQ(p.getHardwarePlatform(), hw);
   // A partition with an emulation object but no emulation file writes none.
-  const auto t = tree(p);
+  const auto t = zr_test::jsonTree(p);
   const auto& item = t.get_child("hardwarePlatforms.reconfigurablePartitions").front().second;
   EXPECT_EQ(item.count("hwEmuPlatform"), 0u);
 }
@@ -140,7 +126,7 @@ TEST(HTEQPlatform, HardwareOnlyPlatformUsesTheArchiveAsItsName) {
   p.setPartial(true);
   p.setPlatformFile("/a/b/card.lfa");
   p.setHardwarePlatform(new HPLPlatform);
-  const auto t = tree(p);
+  const auto t = zr_test::jsonTree(p);
   EXPECT_EQ(t.get<std::string>("zdf"), "false");
   EXPECT_EQ(t.get<std::string>("uniqueName"), t.get<std::string>("file"));
   EXPECT_EQ(t.count("swFile"), 0u);

@@ -4,8 +4,8 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 
+#include "JsonText.h"
 #include "JsonTextWriter.h"
 #include "HPLMemSizeParser.h"
 #include "host/HEXAll.h"
@@ -53,9 +53,9 @@ void addUnique(std::vector<std::string>& values, const std::string& value) {
 std::string jsonTextOf(const HPLPlatform& platform) {
   teq_platform::JSONObjectWriter writer;
   platform.toJSON(writer);
-  std::ostringstream out;
-  writer.write(out);
-  return out.str();
+  std::string text;
+  zr_json::appendText(writer.getTree(), text);
+  return text;
 }
 
 }  // namespace

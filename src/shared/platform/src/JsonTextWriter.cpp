@@ -19,6 +19,14 @@ namespace {
 
 void indent(std::string& out, int level) { out.append(4 * static_cast<std::size_t>(level), ' '); }
 
+// The end of an object or array at `level`: a line end after its last
+// member, the indent and the bracket.
+std::string closing(std::size_t count, int level, char bracket) {
+  std::string out = count > 0 ? "\n" : "";
+  indent(out, level);
+  return out + bracket;
+}
+
 void quoted(const std::string& value, std::string& out) {
   out += '"';
   zr_json::appendEscaped(value, out);
@@ -144,11 +152,7 @@ void TextObjectWriter::addTreeMembers(const boost::property_tree::ptree& tree) {
   }
 }
 
-std::string TextObjectWriter::close() const {
-  std::string out = count_ > 0 ? "\n" : "";
-  indent(out, level_);
-  return out + '}';
-}
+std::string TextObjectWriter::close() const { return closing(count_, level_, '}'); }
 
 void TextListWriter::item() {
   std::string& out = tail();
@@ -180,11 +184,7 @@ void TextListWriter::addItem(bool value) {
   JSONListWriter().addItem(value);
 }
 
-std::string TextListWriter::close() const {
-  std::string out = count_ > 0 ? "\n" : "";
-  indent(out, level_);
-  return out + ']';
-}
+std::string TextListWriter::close() const { return closing(count_, level_, ']'); }
 
 char* platformText(const HTEQPlatform& platform) {
   TextObjectWriter root(0);

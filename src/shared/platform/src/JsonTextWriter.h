@@ -79,8 +79,7 @@ class TextObjectWriter : public TextPieces {
   void writeObject(const JSONSerializable* object);
   void writeObject(const JSONSerializable& object);
 
-  // The opening and closing text of this object at its level.
-  std::string open() const { return "{\n"; }
+  // The closing text of this object at its level.
   std::string close() const;
 
  private:
