@@ -10,9 +10,9 @@
 #include <sstream>
 
 #include "../tools/zr-platform/SampleGenerator.h"
-#include "JsonDocument.h"
-#include "JsonTextWriter.h"
-#include "TEQPlatformLMX.h"
+#include "json/JsonDocument.h"
+#include "json/JsonTextWriter.h"
+#include "loading/TEQPlatformLMX.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"

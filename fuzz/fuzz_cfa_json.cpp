@@ -18,7 +18,7 @@
 #include <string>
 
 #include "FuzzSupport.h"
-#include "JsonTextWriter.h"
+#include "json/JsonTextWriter.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "platform/HPLPlatform.h"

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "TEQCfaXmlLMX.h"
+#include "formats/TEQCfaXmlLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "TEQEmulationLMX.h"
+#include "emulation/TEQEmulationLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"

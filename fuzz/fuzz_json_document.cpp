@@ -12,8 +12,8 @@
 #include <sstream>
 #include <string>
 
-#include "JsonDocument.h"
-#include "JsonText.h"
+#include "json/JsonDocument.h"
+#include "json/JsonText.h"
 #include "host/HEXAll.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "TEQSoftwarePlatformLMX.h"
+#include "software/TEQSoftwarePlatformLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "TEQPlatformLMX.h"
+#include "loading/TEQPlatformLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "TEQSoftwarePlatformLMX.h"
+#include "software/TEQSoftwarePlatformLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"

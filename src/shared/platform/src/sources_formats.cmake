@@ -1,3 +1,0 @@
-list(APPEND ZR_PLATFORM_SOURCES
-  ${ZR_PLATFORM_DIR}/HTEQCfaJsonReader.cpp
-)

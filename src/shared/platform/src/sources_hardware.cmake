@@ -1,4 +1,0 @@
-list(APPEND ZR_PLATFORM_SOURCES
-  ${ZR_PLATFORM_DIR}/HTEQHardwarePlatform.cpp
-  ${ZR_PLATFORM_DIR}/HPLPlatform.cpp
-)

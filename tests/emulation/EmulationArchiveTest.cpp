@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <boost/property_tree/exceptions.hpp>
+#include <regex>
+#include <string>
+
+#include "emulation/EmuTestSupport.h"
+#include "emulation/HTEQEmulationCfaMember.h"
+#include "host/HEXAll.h"
+#include "host/HUTZip.h"
+#include "platform/HTEQEmulation.h"
+#include "platform/HTEQEmulationFile.h"
+#include "platform/HTEQEmulationJsonReader.h"
+#include "platform/HTEQEmulationXMLReader.h"
+#include "platform/HTEQEmulations.h"
+#include "support/TestSupport.h"
+
+namespace {
+
+// A hardware archive holding the emulation metadata in both forms below "hw_emu".
+std::string makeArchive(const zr_test::TempDir& dir) {
+  const std::string zip = dir.file("board.cfa");
+  HUTZip::writeMember(zip, "hw_emu/hw_emu.xml", emu_test::standardXml());
+  HUTZip::writeMember(zip, "hw_emu/hw_emu.json", emu_test::standardJson());
+  HUTZip::writeMember(zip, "hw_emu/broken.xml", "<Root VersionMajor=\"1\"");
+  HUTZip::writeMember(zip, "hw_emu/broken.json", "{\"emulations\": [");
+  return zip;
+}
+
+// Restores the archive layer's member size limit.
+class ScopedMemberLimit {
+ public:
+  explicit ScopedMemberLimit(std::uint64_t bytes) : old_(HUTZip::getMaxMemberSize()) {
+    HUTZip::setMaxMemberSize(bytes);
+  }
+  ~ScopedMemberLimit() { HUTZip::setMaxMemberSize(old_); }
+
+ private:
+  std::uint64_t old_;
+};
+
+}  // namespace
+
+TEST(HTEQEmulationCfaMember, ReducesNamesAsTheLeadingDotSlashPattern) {
+  const std::regex pattern("^.[/]+(.*)$");
+  const std::string cases[] = {"./hw_emu/hw_emu.xml",
+                               ".//hw_emu.xml",
+                               ".///a/b",
+                               "hw_emu/hw_emu.xml",
+                               "x/y.xml",
+                               "//a",
+                               "./",
+                               "/",
+                               ".",
+                               "",
+                               "./a\nb",
+                               "\n/a",
+                               "a//"};
+  for (const std::string& name : cases)
+    EXPECT_EQ(HTEQEmulationCfaMember::reduceMemberName(name), std::regex_replace(name, pattern, "$1"))
+        << "'" << name << "'";
+  EXPECT_EQ(HTEQEmulationCfaMember::reduceMemberName("./hw_emu/hw_emu.xml"), "hw_emu/hw_emu.xml");
+  EXPECT_EQ(HTEQEmulationCfaMember::reduceMemberName(".//hw_emu.xml"), "hw_emu.xml");
+  EXPECT_EQ(HTEQEmulationCfaMember::reduceMemberName("hw_emu/hw_emu.xml"), "hw_emu/hw_emu.xml");
+  // A name far longer than any archive allows still reduces without recursion.
+  EXPECT_EQ(HTEQEmulationCfaMember::reduceMemberName("./" + std::string(1 << 20, 'a')).size(), 1u << 20);
+}
+
+TEST(HTEQEmulationReaders, ParseFromCfaReadsBothFormsWithOrWithoutDotSlash) {
+  zr_test::TempDir dir;
+  const std::string zip = makeArchive(dir);
+  for (const std::string prefix : {"", "./", ".//"}) {
+    SCOPED_TRACE(prefix);
+    HTEQEmulations fromXml;
+    HTEQEmulationXMLReader::parseFromCfa(zip, prefix + "hw_emu/hw_emu.xml", &fromXml);
+    HTEQEmulations fromJson;
+    HTEQEmulationJsonReader::parseFromCfa(zip, prefix + "hw_emu/hw_emu.json", &fromJson);
+    for (const HTEQEmulations* model : {&fromXml, &fromJson}) {
+      ASSERT_EQ(model->getEmulations().size(), 2u);
+      const HTEQEmulation* first = model->getEmulations()[0];
+      EXPECT_EQ(first->getName(), "hw_emu");
+      ASSERT_EQ(first->getFiles().size(), 2u);
+      EXPECT_EQ(first->getFiles()[0]->getType(), "EMU_HPFM");
+      EXPECT_EQ(first->getFiles()[1]->getType(), "TOP_BD");
+      EXPECT_EQ(first->getFiles()[1]->getName(), "emu/emu.bd");
+    }
+    // Only the JSON form carries install paths and the metadata version.
+    EXPECT_EQ(fromJson.getEmulations()[0]->getFiles()[0]->getInstPath(), "/opt/emu");
+    EXPECT_EQ(fromXml.getEmulations()[0]->getFiles()[0]->getInstPath(), "");
+    EXPECT_EQ(fromJson.getPfmMetadataVersion(), "2.1");
+  }
+}
+
+TEST(HTEQEmulationReaders, ParseFromCfaRefusesMissingMembersAndArchives) {
+  zr_test::TempDir dir;
+  const std::string zip = makeArchive(dir);
+  HTEQEmulations model;
+  try {
+    HTEQEmulationXMLReader::parseFromCfa(zip, "./emu/emu.xml", &model);
+    FAIL() << "a missing member was read";
+  } catch (const HEXError& e) {
+    // The member is named as it was looked for, after the reduction.
+    EXPECT_NE(e.getText().find(zip), std::string::npos) << e.getText();
+    EXPECT_NE(e.getText().find("'emu/emu.xml'"), std::string::npos) << e.getText();
+  }
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(zip, "hw_emu.json", &model), HEXError);
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(dir.file("absent.cfa"), "hw_emu/hw_emu.xml", &model),
+               HEXError);
+  const std::string notZip = dir.write("text.cfa", "this is no archive");
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(notZip, "hw_emu/hw_emu.json", &model), HEXError);
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", nullptr), HEXAlgException);
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(zip, "hw_emu/hw_emu.json", nullptr), HEXAlgException);
+  EXPECT_TRUE(model.getEmulations().empty());
+}
+
+TEST(HTEQEmulationReaders, ParseFromCfaRaisesOnBadContent) {
+  zr_test::TempDir dir;
+  const std::string zip = makeArchive(dir);
+  HTEQEmulations model;
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/broken.xml", &model), HXMLException);
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(zip, "hw_emu/broken.json", &model), HEXDataException);
+  // Each form read as the other is refused, too.
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.json", &model), HXMLException);
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXDataException);
+  HUTZip::writeMember(zip, "hw_emu/nofiles.json", R"({"emulations": [ {"name": "x"} ]})");
+  EXPECT_THROW(HTEQEmulationJsonReader::parseFromCfa(zip, "hw_emu/nofiles.json", &model),
+               boost::property_tree::ptree_bad_path);
+}
+
+TEST(HTEQEmulationReaders, ParseFromCfaRefusesOversizedAndDamagedMembers) {
+  zr_test::TempDir dir;
+  std::string emulations;
+  for (int i = 0; i < 200; ++i) emulations += emu_test::xmlEmulation("e" + std::to_string(i), {{"T", "n"}});
+  const std::string text = emu_test::xmlDocument(emulations);
+  const std::string zip = dir.file("big.cfa");
+  HUTZip::writeMember(zip, "hw_emu/hw_emu.xml", text);
+  HTEQEmulations model;
+  {
+    // A member beyond the archive layer's limit does not open.
+    ScopedMemberLimit limit(1024);
+    EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXError);
+  }
+  // Damage the compressed data behind the first local header: reading stops
+  // with the archive layer's error instead of handing on what inflated so far.
+  std::string bytes = zr_test::readFile(zip);
+  const std::size_t nameLength = static_cast<unsigned char>(bytes[26]) | static_cast<unsigned char>(bytes[27])
+                                                                             << 8;
+  const std::size_t extraLength =
+      static_cast<unsigned char>(bytes[28]) | static_cast<unsigned char>(bytes[29]) << 8;
+  const std::size_t data = 30 + nameLength + extraLength;
+  ASSERT_LT(data + 64, bytes.size());
+  for (std::size_t i = data + 32; i < data + 64; ++i) bytes[i] = static_cast<char>(bytes[i] ^ 0x5A);
+  zr_test::writeFile(zip, bytes);
+  EXPECT_THROW(HTEQEmulationXMLReader::parseFromCfa(zip, "hw_emu/hw_emu.xml", &model), HEXDataException);
+  EXPECT_TRUE(model.getEmulations().empty());
+}

@@ -1,0 +1,390 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "formats/HpfmTestDoc.h"
+#include "host/ComMsgMgr.h"
+#include "platform/HPLPlatform.h"
+#include "platform/HTEQHardwareAddressSegment.h"
+#include "platform/HTEQHardwareBusInterface.h"
+#include "platform/HTEQHardwareIPParam.h"
+#include "platform/HTEQHardwareNocConnectivity.h"
+#include "platform/HTEQHpfmReader.h"
+#include "platform/HTEQSystemClock.h"
+#include "support/TestSupport.h"
+
+using hpfm_test::busInterface;
+using hpfm_test::clock;
+using hpfm_test::hbmInterface;
+using hpfm_test::HpfmDoc;
+using hpfm_test::segment;
+
+namespace {
+
+const std::string kParam =
+    R"(    <kp:parameter kp:name="FREQ" kp:instanceRef="inst" kp:componentRef="comp" kp:isValid="true" kp:value="300"/>)"
+    "\n";
+
+const std::string kNoc =
+    R"(    <kp:nocConnectivity kp:instanceRef="noc_0">)"
+    "\n" +
+    busInterface(R"(kp:name="S00_AXI" kp:mode="slave" kp:componentRef="hbm_memory_subsystem" )"
+                 R"(kp:instanceRef="hbm_0")",
+                 segment(R"(kp:auto="preferred")")) +
+    "    </kp:nocConnectivity>\n";
+
+// Parses text into a fresh platform through parseStream; stdout is kept in `out`.
+bool parseInto(HPLPlatform& platform, const std::string& text, std::string* out = nullptr,
+               std::string* error = nullptr) {
+  ::testing::internal::CaptureStdout();
+  HTEQHpfmReader reader(text, &platform);
+  const bool ok = reader.parseStream();
+  const std::string printed = ::testing::internal::GetCapturedStdout();
+  if (out) *out = printed;
+  if (error) *error = reader.getErrorMsg();
+  return ok;
+}
+
+std::vector<HTEQHardwareBusInterface*> busInterfaces(const HTEQHardwarePlatform& p) {
+  std::vector<HTEQHardwareBusInterface*> out;
+  p.getBusInterfaces(out);
+  return out;
+}
+
+std::vector<HTEQHardwareAddressSegment*> segments(const HTEQHardwareBusInterface& bi) {
+  std::vector<HTEQHardwareAddressSegment*> out;
+  bi.getAddressSegments(out);
+  return out;
+}
+
+// The fields of model objects as one line: "key=value" for each field that is
+// not empty or zero, so that a field filled by mistake shows as well.
+std::string str(const std::string& s) { return s; }
+std::string str(long long v) { return std::to_string(v); }
+
+void appendFields(std::string&) {}
+template <class V, class... Rest>
+void appendFields(std::string& out, const char* key, const V& value, const Rest&... rest) {
+  const std::string text = str(value);
+  if (!text.empty() && text != "0") out += (out.empty() ? "" : " ") + std::string(key) + "=" + text;
+  appendFields(out, rest...);
+}
+
+template <class... Items>
+std::string fields(const Items&... items) {
+  std::string out;
+  appendFields(out, items...);
+  return out;
+}
+
+std::string identity(const HTEQHardwarePlatform& p) {
+  return fields("vendor", p.getVendor(), "board", p.getBoardId(), "name", p.getName(), "desc",
+                p.getDescription(), "bram", p.getBRAMCount(), "dsp", p.getDSPCount(), "ff", p.getFFCount(),
+                "lut", p.getLUTCount());
+}
+
+std::string describe(const HTEQSystemClock& c) {
+  return fields("name", c.getName(), "orig", c.getOrigName(), "id", c.getId(), "freq", c.getFrequency(),
+                "period", c.getPeriod(), "norm", c.getNormalizedPeriod(), "status", c.getStatus(), "inst",
+                c.getInstRef(), "comp", c.getCompRef());
+}
+
+std::string describe(const HTEQHardwareBusInterface& b) {
+  return fields("name", b.getName(), "type", b.getBusTypeRef(), "inst", b.getInstRef(), "comp",
+                b.getCompRef(), "mode", b.getMode(), "cat", b.getCategory(), "width", b.getDataWidth(),
+                "clock", b.getClockRef(), "reset", b.getResetRef(), "ref", b.getBusInterfaceRef(), "memport",
+                b.getMemPort(), "sptag", b.getSPTag(), "dir", b.getDirection(), "aseg", b.getAddressSegment(),
+                "mem", b.getMemoryInstance(), "idbits", b.getNumIdBits(), "size", b.getSize(), "slr",
+                b.getSLR(), "peak", b.getPeakMemoryBandwidth(), "masters", b.getMaxMasters(), "isr",
+                b.getISRId(), "segments", b.getNumAddressSegments());
+}
+
+std::string describe(const HTEQHardwareAddressSegment& s) {
+  return fields("base", s.getBaseName(), "index", s.getIndex(), "mem", s.getMemoryInstance(), "auto",
+                s.getAuto(), "sptag", s.getSpTag(), "slr", s.getSlr(), "masters", s.getMaxMasters(), "name",
+                s.getName(), "inst", s.getInstanceRef(), "region", s.getRegion(), "read", s.getReadBwUsed(),
+                "write", s.getWriteBwUsed(), "interleave", s.getInterleave());
+}
+
+}  // namespace
+
+TEST(HTEQHpfmReader, FillsIdentityGapsDescriptionAndComponentResources) {
+  HpfmDoc doc;
+  doc.body = "    <kp:resourceEstimates kp:BRAM=\"9\" kp:DSP=\"9\" kp:FF=\"9\" kp:LUT=\"9\"/>\n";
+  HPLPlatform fresh;
+  ASSERT_TRUE(parseInto(fresh, doc.text()));
+  // The board id comes from the component's name; the estimates are not the platform's figures.
+  EXPECT_EQ(identity(fresh),
+            "vendor=acme board=shell_u1 name=shell_u1 desc=A shell & its clocks bram=10 dsp=20 ff=30 lut=40");
+
+  HPLPlatform named;
+  named.setVendor("v0");
+  named.setBoardId("b0");
+  named.setName("n0");
+  named.setDescription("from the archive");
+  ASSERT_TRUE(parseInto(named, doc.text()));
+  EXPECT_EQ(identity(named),
+            "vendor=v0 board=b0 name=n0 desc=A shell & its clocks bram=10 dsp=20 ff=30 lut=40");
+}
+
+TEST(HTEQHpfmReader, MapsClocksAndParameters) {
+  HpfmDoc doc;
+  doc.defaultClock = "3";
+  doc.clocks =
+      clock(
+          R"(kp:name="clk_out1" kp:instanceRef="ci" kp:componentRef="cc" kp:frequency=" 300.0 " )"
+          R"(kp:period="3.333" kp:status="scalable" kp:id="3" kp:normalizedPeriod="3.3" kp:clkDomain="d")") +
+      clock(R"(kp:name="clk_free" kp:instanceRef="fi" kp:componentRef="fc" kp:frequency="100" )"
+            R"(kp:period="10" kp:status="fixed")");
+  doc.body = kParam;
+  HPLPlatform p;
+  ASSERT_TRUE(parseInto(p, doc.text()));
+  std::vector<HTEQSystemClock*> clocks;
+  p.getSystemClocks(clocks);
+  ASSERT_EQ(clocks.size(), 2u);
+  EXPECT_EQ(describe(*clocks[0]),
+            "name=PL 3 orig=clk_out1 id=3 freq=300.0 period=3.333 norm=3.3 status=scalable inst=ci comp=cc");
+  EXPECT_EQ(describe(*clocks[1]),
+            "name=clk_free orig=clk_free id=-1 freq=100 period=10 status=fixed inst=fi comp=fc");
+  EXPECT_EQ(p.getDefaultClkId(), 3);
+  EXPECT_EQ(p.getDefaultClockName(), "PL 3");
+
+  std::vector<HTEQHardwareIPParam*> params;
+  p.getHardwareIPParams(params);
+  ASSERT_EQ(params.size(), 1u);
+  const HTEQHardwareIPParam& param = *params[0];
+  EXPECT_EQ(fields("name", param.getName(), "value", param.getValue(), "valid", param.getIsValid(), "inst",
+                   param.getInstRef(), "comp", param.getCompRef()),
+            "name=FREQ value=300 valid=true inst=inst comp=comp");
+}
+
+TEST(HTEQHpfmReader, MapsBusInterfacesAndTheirSegments) {
+  HpfmDoc doc;
+  doc.body =
+      busInterface(
+          R"(kp:busTypeRef="aximm" kp:name="M00_AXI" kp:instanceRef="ii" kp:componentRef="cc" )"
+          R"(kp:mode="master" kp:category="cat" kp:dataWidth="512" kp:clockRef="clk" kp:resetRef="rst" )"
+          R"(kp:busInterfaceRef="bref" kp:memport="M_AXI_GP" kp:sptag="HP0" kp:cacheCoherent="true" )"
+          R"(kp:direction="out" kp:irq="4" kp:addressSegment="aseg" kp:memoryInstance="mi" )"
+          R"(kp:clkDomain="cd" kp:hasTlast="true" kp:idBits="6" kp:cardinality="2" kp:size="4G" )"
+          R"(kp:slr="SLR1" kp:peakMemoryBandwidth="19200" kp:maxMasters="15" kp:isrId="9" kp:auto="true")",
+          segment(R"(kp:baseName="b" kp:index="2" kp:memoryInstance="m" kp:auto="true" kp:sptag="HBM[2]" )"
+                  R"(kp:slr="SLR0" kp:maxMasters="4" kp:name="n" kp:instanceRef="si" kp:region="r" )"
+                  R"(kp:readBwUsed="99999999999" kp:writeBwUsed="-5" kp:interleave="8")") +
+              segment(R"(kp:name="bare")")) +
+      busInterface(R"(kp:name="S_MIN")");
+  HPLPlatform p;
+  ASSERT_TRUE(parseInto(p, doc.text()));
+  const auto bis = busInterfaces(p);
+  ASSERT_EQ(bis.size(), 2u);
+  // resetRef, cacheCoherent, irq, clkDomain, hasTlast, cardinality and auto are not read.
+  EXPECT_EQ(describe(*bis[0]),
+            "name=M00_AXI type=aximm inst=ii comp=cc mode=master cat=cat width=512 clock=clk ref=bref "
+            "memport=M_AXI_GP sptag=HP0 dir=out aseg=aseg mem=mi idbits=6 size=4G slr=SLR1 peak=19200 "
+            "masters=15 isr=9 segments=2");
+  const auto segs = segments(*bis[0]);
+  // A bandwidth beyond the model's int is held at its limit.
+  EXPECT_EQ(describe(*segs[0]),
+            "base=b index=2 mem=m auto=true sptag=HBM[2] slr=SLR0 masters=4 name=n inst=si region=r "
+            "read=2147483647 write=-5 interleave=8");
+  EXPECT_EQ(describe(*segs[1]), "name=bare");
+  EXPECT_EQ(describe(*bis[1]), "name=S_MIN");
+  // A component without HBM leaves the bank bookkeeping alone.
+  EXPECT_FALSE(p.isHBMPresent());
+}
+
+TEST(HTEQHpfmReader, CountsBanksOfTheHbmInstance) {
+  struct Case {
+    const char* what;
+    std::string body;
+    bool present;
+    uint64_t banks;
+    uint64_t defaults;
+  };
+  const std::vector<Case> cases = {
+      {"true, preferred, false, none", hbmInterface("S00", "hbm_0", {"true", "preferred", "false", ""}), true,
+       2, 1},
+      {"only false", hbmInterface("S00", "hbm_0", {"false"}), true, 0, 0},
+      {"no auto at all", hbmInterface("S00", "hbm_0", {"", ""}), false, 0, 0},
+      {"case counts", hbmInterface("S00", "hbm_0", {"Preferred", "FALSE"}), true, 2, 0},
+      {"two interfaces, one instance",
+       hbmInterface("S00", "hbm_0", {"preferred"}) + hbmInterface("S01", "hbm_0", {"preferred", "true"}),
+       true, 3, 2},
+      {"another component reference",
+       busInterface(R"(kp:name="M" kp:componentRef="ddr4" kp:instanceRef="d")", segment(R"(kp:auto="true")")),
+       false, 0, 0},
+  };
+  for (const Case& c : cases) {
+    HpfmDoc doc;
+    doc.body = c.body;
+    HPLPlatform p;
+    ASSERT_TRUE(parseInto(p, doc.text())) << c.what;
+    EXPECT_EQ(p.isHBMPresent(), c.present) << c.what;
+    EXPECT_EQ(p.getHBMBankCount(), c.banks) << c.what;
+    EXPECT_EQ(p.getHBMDefaultBankCount(), c.defaults) << c.what;
+    EXPECT_EQ(p.getHBMInstanceName(), c.banks ? "hbm_0" : "") << c.what;
+  }
+
+  // Banks of a second instance are refused with a message and not counted.
+  HpfmDoc doc;
+  doc.body = hbmInterface("S00", "hbm_0", {"true"}) + hbmInterface("S01", "hbm_1", {"preferred"});
+  HPLPlatform p;
+  ComMsgCapture cap;
+  ASSERT_TRUE(parseInto(p, doc.text()));
+  EXPECT_TRUE(cap.has("@74-261@"));
+  EXPECT_EQ(p.getHBMBankCount(), 1u);
+  EXPECT_EQ(p.getHBMDefaultBankCount(), 0u);
+}
+
+TEST(HTEQHpfmReader, ReadsNocConnectivityApartFromTheBusInterfaces) {
+  HpfmDoc doc;
+  doc.body = busInterface(R"(kp:name="M00")") + kNoc;
+  HPLPlatform p;
+  ASSERT_TRUE(parseInto(p, doc.text()));
+  EXPECT_EQ(busInterfaces(p).size(), 1u);
+  std::vector<HTEQHardwareNocConnectivity*> nocs;
+  p.getNocConnectivity(nocs);
+  ASSERT_EQ(nocs.size(), 1u);
+  EXPECT_EQ(nocs[0]->getInstanceRef(), "noc_0");
+  const HTEQHardwareBusInterface* bi = nocs[0]->getBusInterfaceByName("S00_AXI");
+  ASSERT_NE(bi, nullptr);
+  EXPECT_EQ(bi->getMode(), "slave");
+  ASSERT_EQ(bi->getNumAddressSegments(), 1u);
+  // Interfaces under NoC connectivity count their HBM banks too.
+  EXPECT_EQ(p.getHBMDefaultBankCount(), 1u);
+}
+
+TEST(HTEQHpfmReader, PartialParsesAddOnlyTheirRecords) {
+  HpfmDoc doc;
+  doc.clocks = clock(R"(kp:name="c" kp:instanceRef="i" kp:componentRef="c" kp:frequency="1" kp:period="1" )"
+                     R"(kp:status="fixed")");
+  doc.body = kParam + busInterface(R"(kp:name="M00")") + busInterface(R"(kp:name="M01")") + kNoc;
+  const std::string text = doc.text();
+
+  HPLPlatform buses;
+  HTEQHpfmReader busReader(text, &buses);
+  ASSERT_TRUE(busReader.parseBusInterfaces());
+  const auto bis = busInterfaces(buses);
+  ASSERT_EQ(bis.size(), 2u);
+  EXPECT_EQ(bis[1]->getName(), "M01");
+  std::vector<HTEQHardwareNocConnectivity*> nocs;
+  buses.getNocConnectivity(nocs);
+  std::vector<HTEQSystemClock*> clocks;
+  buses.getSystemClocks(clocks);
+  std::vector<HTEQHardwareIPParam*> params;
+  buses.getHardwareIPParams(params);
+  EXPECT_TRUE(nocs.empty() && clocks.empty() && params.empty());
+  EXPECT_EQ(buses.getVendor(), "");
+  EXPECT_EQ(buses.getDescription(), "");
+
+  HPLPlatform noc;
+  HTEQHpfmReader nocReader(text, &noc);
+  ASSERT_TRUE(nocReader.parseNocConnectivity());
+  noc.getNocConnectivity(nocs);
+  EXPECT_EQ(nocs.size(), 1u);
+  EXPECT_TRUE(busInterfaces(noc).empty());
+  EXPECT_EQ(noc.getName(), "");
+}
+
+TEST(HTEQHpfmReader, StreamFailureReplacesTheErrorAndSends7431) {
+  HpfmDoc doc;
+  doc.body = busInterface(R"(kp:name="a" kp:dataWidth="wide")");
+  HPLPlatform p;
+  ComMsgCapture cap;
+  std::string out;
+  std::string error;
+  EXPECT_FALSE(parseInto(p, doc.text(), &out, &error));
+  EXPECT_EQ(error.rfind("Error parsing hardware platform stream from CFA\nLine number:10. ", 0), 0u) << error;
+  EXPECT_NE(error.find("wide"), std::string::npos) << error;
+  EXPECT_EQ(out, error + "\n");
+  const ComMsg* m = cap.find("@74-31@");
+  ASSERT_NE(m, nullptr);
+  EXPECT_EQ(m->mask, 0x20000000u);
+
+  // The text of an earlier failure is replaced, not added to.
+  ::testing::internal::CaptureStdout();
+  HTEQHpfmReader reader(doc.text(), &p);
+  EXPECT_FALSE(reader.parseStream());
+  EXPECT_FALSE(reader.parseBusInterfaces());
+  EXPECT_FALSE(reader.parseNocConnectivity());
+  ::testing::internal::GetCapturedStdout();
+  EXPECT_EQ(reader.getErrorMsg(), error);
+}
+
+TEST(HTEQHpfmReader, EmptyTextWarnsAndThenFailsToParse) {
+  HPLPlatform p;
+  ::testing::internal::CaptureStdout();
+  HTEQHpfmReader reader("", &p);
+  const std::string warned = ::testing::internal::GetCapturedStdout();
+  EXPECT_EQ(warned, "CRITICAL WARNING: Empty hpfm string passed in\n");
+  ComMsgCapture cap;
+  ::testing::internal::CaptureStdout();
+  EXPECT_FALSE(reader.parseStream());
+  ::testing::internal::GetCapturedStdout();
+  EXPECT_EQ(reader.getErrorMsg().rfind("Error parsing hardware platform stream from CFA\nLine number:1. ", 0),
+            0u)
+      << reader.getErrorMsg();
+  EXPECT_TRUE(cap.has("@74-31@"));
+
+  // A reader without a platform only checks the document.
+  ::testing::internal::CaptureStdout();
+  HTEQHpfmReader check(HpfmDoc().text(), nullptr);
+  EXPECT_TRUE(check.parseStream());
+  EXPECT_TRUE(check.parseBusInterfaces());
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(HTEQHpfmReader, GarbageFailsWithoutThrowing) {
+  std::string deep;
+  for (int i = 0; i < 100000; ++i) deep += "<kp:component>";
+  const std::vector<std::string> inputs = {
+      std::string("\0\xff\xfe<kp:repository", 17),
+      "<?xml version=\"1.0\"?>\n<kp:repository xmlns:kp=\"urn:teq:hpfm\">" + deep,
+      "<?xml version=\"1.0\"?>\n<!DOCTYPE r [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;\">]>\n"
+      "<kp:repository xmlns:kp=\"urn:teq:hpfm\" kp:name=\"&b;\"/>",
+      HpfmDoc().text() + "<kp:repository/>",
+  };
+  ComMsgCapture cap;
+  for (const std::string& input : inputs) {
+    HPLPlatform p;
+    EXPECT_FALSE(parseInto(p, input)) << input.substr(0, 40);
+    EXPECT_TRUE(busInterfaces(p).empty());
+  }
+}
+
+TEST(HTEQHpfmReader, ParseFileReportsMissingAndBrokenFiles) {
+  zr_test::TempDir dir;
+  HPLPlatform p;
+  HTEQHpfmReader reader("unused", &p);
+  const std::string missing = dir.file("absent.hpfm");
+  reader.setPlatformFile(missing);
+  EXPECT_FALSE(reader.parseFile());
+  const std::string missingText = "Error parsing hardware platform file: " + missing +
+                                  "\nSpecified hardware platform file doens't exists\n";
+  EXPECT_EQ(reader.getErrorMsg(), missingText);
+
+  HpfmDoc bad;
+  bad.defaultClock = "x";
+  const std::string broken = dir.write("broken.hpfm", bad.text());
+  reader.setPlatformFile(broken);
+  ComMsgCapture cap;
+  ::testing::internal::CaptureStdout();
+  EXPECT_FALSE(reader.parseFile());
+  const std::string out = ::testing::internal::GetCapturedStdout();
+  EXPECT_EQ(out.rfind("Error parsing hardware platform file: " + broken + "\nLine number:7. ", 0), 0u) << out;
+  // Failures of parseFile add to what was there.
+  EXPECT_EQ(reader.getErrorMsg(), missingText + out);
+  const ComMsg* m = cap.find("@74-12@");
+  ASSERT_NE(m, nullptr);
+  ASSERT_EQ(m->args.size(), 2u);
+  EXPECT_EQ(m->args[0], out);
+  EXPECT_EQ(m->args[1], "7");
+  EXPECT_EQ(p.getPlatformFile(), "");
+
+  const std::string good = dir.write("good.hpfm", HpfmDoc().text());
+  reader.setPlatformFile(good);
+  EXPECT_TRUE(reader.parseFile());
+  EXPECT_EQ(p.getPlatformFile(), good);
+  EXPECT_EQ(p.getName(), "shell_u1");
+}

@@ -1,0 +1,446 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <boost/filesystem.hpp>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+#include "support/ZipTestSupport.h"
+#include "host/HEXAll.h"
+#include "host/HUTFile.h"
+#include "host/HUTZip.h"
+#include "support/TestSupport.h"
+
+using zr_test::makeZip;
+using zr_test::readFile;
+using zr_test::TempDir;
+using Members = std::vector<std::string>;
+
+namespace {
+
+std::string member(const std::string& zip, const std::string& name) {
+  std::string content;
+  EXPECT_TRUE(HUTZip::readMember(zip, name, content)) << name;
+  return content;
+}
+
+// The text of the exception `f` raises of type E, or "" when it raises none.
+template <class E, class F>
+std::string thrownText(F f) {
+  try {
+    f();
+  } catch (const E& e) {
+    return e.getText();
+  }
+  return "";
+}
+
+}  // namespace
+
+TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  HUTZip::writeMember(zip, "cfa.json", "{}\n");
+  HUTZip::writeMember(zip, "bd/top.bd", "block design");
+  HUTZip::writeMember(zip, "cfa.json", "{\"v\": 2}\n");
+
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "bd/top.bd"}));
+  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 2}\n");
+  EXPECT_EQ(member(zip, "bd/top.bd"), "block design");
+
+  const std::string big = zr_test::incompressible(300000);
+  HUTZip::writeMember(zip, "bits/full.bit", big);
+  EXPECT_EQ(member(zip, "bits/full.bit"), big);
+}
+
+TEST(HUTZip, UpdatesKeepTheArchivesModeAndFollowALinkToIt) {
+  TempDir dir;
+  const std::string zip = dir.file("real/p.cfa");
+  HUTFile::mkDirRecursive(dir.file("real"));
+  makeZip(zip, {{"a", "1"}, {"b", "2"}});
+  ::chmod(zip.c_str(), 0640);
+  const std::string link = dir.file("p.cfa");
+  ASSERT_EQ(::symlink(zip.c_str(), link.c_str()), 0);
+
+  HUTZip::writeMember(link, "c", "3");
+  struct stat st;
+  ASSERT_EQ(::lstat(link.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "b", "c"}));
+  HUTZip::deleteFilesFromZip(link, {"a", "b", "c"});
+  ASSERT_EQ(::lstat(link.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  ASSERT_EQ(::stat(zip.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+  EXPECT_TRUE(HUTZip::getFiles(zip).empty());
+}
+
+TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
+  TempDir dir;
+  const std::string zip = dir.file("a.zip");
+  makeZip(zip, {{"sw/", ""}, {"sw/a.spfm", "x"}});
+  EXPECT_TRUE(HUTZip::containsFile(zip, "sw/a.spfm"));
+  EXPECT_FALSE(HUTZip::containsFile(zip, "sw/"));
+  EXPECT_FALSE(HUTZip::containsFile(zip, "sw/b.spfm"));
+  EXPECT_FALSE(HUTZip::containsFile(zip, ""));
+  EXPECT_FALSE(HUTZip::containsFile(dir.file("missing.zip"), "sw/a.spfm"));
+  EXPECT_FALSE(HUTZip::containsFile(dir.write("plain.txt", "not a zip"), "sw/a.spfm"));
+  EXPECT_FALSE(HUTZip::containsFile(dir.path(), "sw/a.spfm"));
+  // Several names at one look give the same answers, in order; a damaged
+  // archive answers false for all.
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/b.spfm", "sw/a.spfm", "sw/", "sw/a.spfm"}),
+            (std::vector<bool>{false, true, false, true}));
+  EXPECT_EQ(HUTZip::containsFiles(dir.write("cut.zip", "PK\x03\x04"), {"sw/a.spfm", "x"}),
+            (std::vector<bool>{false, false}));
+  // The answers follow the file: rewritten in place with another member of
+  // the same size, or replaced, the archive is looked into again.
+  const std::string other = dir.file("other.zip");
+  makeZip(other, {{"sw/", ""}, {"sw/b.spfm", "x"}});
+  ASSERT_EQ(readFile(other).size(), readFile(zip).size());
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  {
+    std::fstream inPlace(zip, std::ios::in | std::ios::out | std::ios::binary);
+    inPlace << readFile(other);
+  }
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/a.spfm", "sw/b.spfm"}), (std::vector<bool>{false, true}));
+  makeZip(dir.file("third.zip"), {{"sw/c.spfm", "x"}});
+  ASSERT_EQ(std::rename(dir.file("third.zip").c_str(), zip.c_str()), 0);
+  EXPECT_EQ(HUTZip::containsFiles(zip, {"sw/b.spfm", "sw/c.spfm"}), (std::vector<bool>{false, true}));
+  // A pipe would block a reader for ever: it is refused at once.
+  const std::string fifo = dir.file("pipe.cfa");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_FALSE(HUTZip::containsFile(fifo, "sw/a.spfm"));
+  const std::string text = thrownText<HEXUserException>([&] { HUTZip::getFiles(fifo); });
+  EXPECT_NE(text.find("not a regular file"), std::string::npos) << text;
+  EXPECT_THROW(HUTZip::writeMember(fifo, "x", "y"), HEXUserException);
+}
+
+TEST(HUTZip, BrokenArchivesFailWithTheirNameAndReason) {
+  TempDir dir;
+  EXPECT_THROW(HUTZip::getFiles(dir.file("missing.zip")), HEXFileNotFoundException);
+  const std::string text = dir.write("text.cfa", "hello, this is not an archive");
+  EXPECT_NE(thrownText<HEXDataException>([&] { HUTZip::getFiles(text); }).find("text.cfa"),
+            std::string::npos);
+
+  const std::string zip = dir.file("cut.zip");
+  makeZip(zip, {{"a.txt", "aaaa"}, {"b.txt", std::string(5000, 'b')}});
+  const std::string whole = readFile(zip);
+  zr_test::writeFile(zip, whole.substr(0, whole.size() - 30));
+  EXPECT_THROW(HUTZip::getFiles(zip), HEXDataException);
+  zr_test::writeFile(zip, whole.substr(0, whole.size() / 2));
+  EXPECT_THROW(HUTZip::getFiles(zip), HEXDataException);
+  zr_test::writeFile(zip, "");
+  EXPECT_THROW(HUTZip::getFiles(zip), HEXDataException);
+}
+
+TEST(HUTZip, DamagedMemberDataFailsWhenRead) {
+  TempDir dir;
+  const std::string zip = dir.file("a.zip");
+  makeZip(zip, {{"a.txt", zr_test::incompressible(4000)}});
+  zr_test::damageFirstMemberData(zip);
+  std::string content;
+  EXPECT_THROW(HUTZip::readMember(zip, "a.txt", content), HEXDataException);
+  EXPECT_THROW(HUTZip::uncompressDir(zip, "", dir.file("out"), true), HEXDataException);
+  // Neither the file nor its temporary is left.
+  EXPECT_TRUE(boost::filesystem::is_empty(dir.file("out")));
+}
+
+TEST(HUTZip, DuplicateAndNulNamesAreRefused) {
+  TempDir dir;
+  const std::string dup = dir.file("dup.zip");
+  makeZip(dup, {{"cfa.json", "1"}, {"cfa.jsoX", "2"}});
+  ASSERT_EQ(zr_test::patchBytes(dup, "cfa.jsoX", "cfa.json"), 2);
+  const std::string text = thrownText<HEXDataException>([&] { HUTZip::getFiles(dup); });
+  EXPECT_NE(text.find("'cfa.json' twice"), std::string::npos) << text;
+  EXPECT_FALSE(HUTZip::containsFile(dup, "cfa.json"));
+  EXPECT_THROW(HUTZip::writeMember(dup, "other.txt", "x"), HEXDataException);
+
+  const std::string nul = dir.file("nul.zip");
+  makeZip(nul, {{"safe.txtX../../evil", "x"}});
+  ASSERT_EQ(zr_test::patchBytes(nul, "txtX", std::string("txt\0", 4)), 2);
+  const std::string nulText = thrownText<HEXDataException>([&] { HUTZip::getFiles(nul); });
+  EXPECT_NE(nulText.find("NUL"), std::string::npos) << nulText;
+  EXPECT_THROW(HUTZip::uncompressDir(nul, "", dir.file("out"), true), HEXDataException);
+}
+
+TEST(HUTZip, CompressCreatesThenAppendsWithRelativeNames) {
+  TempDir dir;
+  const std::string stage = dir.path() + "/stage";
+  zr_test::writeFile(stage + "/lfa.json", "{}");
+  zr_test::writeFile(stage + "/hw/top.hpfm", "<hpfm/>");
+  const std::string zip = dir.file("out.lfa");
+  makeZip(zip, {{"stale.txt", "from an earlier run"}});
+
+  HUTZip::compress(zip, stage + "/lfa.json", stage, HUTZip::ZO_CREATE_RELATIVE);
+  HUTZip::compress(zip, stage + "/hw/top.hpfm", stage, HUTZip::ZO_APPEND_RELATIVE);
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"lfa.json", "hw/top.hpfm"}));
+  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+
+  // Without the relative bit the member is the bare file name.
+  HUTZip::compress(zip, stage + "/hw/top.hpfm", "", HUTZip::ZO_APPEND);
+  EXPECT_TRUE(HUTZip::containsFile(zip, "top.hpfm"));
+
+  const std::string outside = dir.write("elsewhere/x.txt", "x");
+  EXPECT_THROW(HUTZip::compress(zip, outside, stage, HUTZip::ZO_APPEND_RELATIVE), HEXUserException);
+  EXPECT_THROW(HUTZip::compress(zip, stage + "/none", stage, HUTZip::ZO_APPEND_RELATIVE), HEXUserException);
+  EXPECT_EQ(HUTZip::getFiles(zip).size(), 3u);
+}
+
+TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
+  TempDir dir;
+  const std::string overlay = dir.path() + "/overlay";
+  zr_test::writeFile(overlay + "/emu/emu.xml", "<new/>");
+  zr_test::writeFile(overlay + "/emu/emu.bd", "bd");
+  zr_test::writeFile(overlay + "/top.tcl", "puts hi");
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"cfa.json", "{}"}, {"overlay/emu/emu.xml", "<old/>"}});
+
+  HUTZip::compressDir(zip, overlay);
+  EXPECT_EQ(HUTZip::getFiles(zip),
+            (Members{"cfa.json", "overlay/emu/emu.xml", "overlay/emu/emu.bd", "overlay/top.tcl"}));
+  EXPECT_EQ(member(zip, "overlay/emu/emu.xml"), "<new/>");
+
+  // A script keeps its permission to run.
+  ::chmod((overlay + "/top.tcl").c_str(), 0755);
+  HUTZip::compressDir(zip, overlay);
+  HUTZip::uncompressDir(zip, "overlay", dir.file("out"), true);
+  struct stat st;
+  ASSERT_EQ(::stat(dir.file("out/overlay/top.tcl").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0100, 0100u);
+  ASSERT_EQ(::stat(dir.file("out/overlay/emu/emu.bd").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0100, 0u);
+
+  const std::string flat = dir.file("flat.zip");
+  HUTZip::compressDir(flat, overlay + "/", false, HUTZip::ZO_CREATE);
+  EXPECT_EQ(HUTZip::getFiles(flat), (Members{"emu/emu.bd", "emu/emu.xml", "top.tcl"}));
+
+  // An archive inside the directory it packs is not packed into itself.
+  const std::string inner = overlay + "/self.zip";
+  HUTZip::compressDir(inner, overlay, false);
+  EXPECT_FALSE(HUTZip::containsFile(inner, "self.zip"));
+  EXPECT_THROW(HUTZip::compressDir(zip, dir.file("nothing")), HEXUserException);
+}
+
+TEST(HUTZip, UncompressCopiesOneMemberKeepingItsPath) {
+  TempDir dir;
+  const std::string zip = dir.file("q.rqa");
+  makeZip(zip, {{"rqa.json", "{}"}, {"ip/core.xci", "new"}});
+  const std::string out = dir.file("out");
+
+  EXPECT_FALSE(HUTZip::uncompress(zip, "ip/none.xci", out, true));
+  EXPECT_FALSE(HUTFile::exists(out));
+  EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
+  EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
+  EXPECT_FALSE(HUTFile::exists(out + "/rqa.json"));
+
+  zr_test::writeFile(out + "/ip/core.xci", "mine");
+  EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, false));
+  EXPECT_EQ(readFile(out + "/ip/core.xci"), "mine");
+  EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
+  EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
+}
+
+TEST(HUTZip, UncompressDirCopiesOnlyWhatLiesBelowTheDirectory) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"cfa.json", "{}"},
+                {"bd/", ""},
+                {"bd/top.bd", "top"},
+                {"bd/ip/", ""},
+                {"bd/ip/empty/", ""},
+                {"bdx/no.txt", "no"},
+                {"boards/b1/board.xml", "b1"}});
+
+  const std::string out = dir.file("out");
+  EXPECT_TRUE(HUTZip::uncompressDir(zip, "bd/", out, true));
+  EXPECT_EQ(readFile(out + "/bd/top.bd"), "top");
+  EXPECT_TRUE(HUTFile::isDir(out + "/bd/ip/empty"));
+  EXPECT_FALSE(HUTFile::exists(out + "/bdx"));
+  EXPECT_FALSE(HUTFile::exists(out + "/cfa.json"));
+  EXPECT_FALSE(HUTZip::uncompressDir(zip, "nothing", out, true));
+
+  const std::string all = dir.file("all");
+  EXPECT_TRUE(HUTZip::uncompressDir(zip, "", all, true));
+  EXPECT_EQ(readFile(all + "/boards/b1/board.xml"), "b1");
+  EXPECT_EQ(readFile(all + "/bdx/no.txt"), "no");
+}
+
+TEST(HUTZip, UnpackingNeverWritesOutsideTheDestination) {
+  TempDir dir;
+  const std::string out = dir.file("deep/out");
+  const std::vector<std::string> hostile = {"../escaped.txt",  "bd/../../escaped.txt", "/tmp/zr-absolute.txt",
+                                            "..\\escaped.txt", "C:/escaped.txt",       ".."};
+  for (const std::string& name : hostile) {
+    const std::string zip = dir.file("bad.zip");
+    // A sound member first: nothing at all may be written when any name is bad.
+    makeZip(zip, {{"a_first.txt", "ok"}, {name, "evil"}});
+    const std::string text = thrownText<HEXDataException>([&] { HUTZip::uncompressDir(zip, "", out, true); });
+    EXPECT_NE(text.find("refused"), std::string::npos) << name << ": " << text;
+    EXPECT_FALSE(HUTFile::exists(out + "/a_first.txt")) << name;
+    EXPECT_THROW(HUTZip::uncompress(zip, name, out, true), HEXDataException) << name;
+  }
+  EXPECT_FALSE(HUTFile::exists(dir.file("deep/escaped.txt")));
+  EXPECT_FALSE(HUTFile::exists(dir.file("escaped.txt")));
+  EXPECT_FALSE(HUTFile::exists("/tmp/zr-absolute.txt"));
+
+  // A link already in the destination does not lead the unpacking out of it.
+  TempDir elsewhere;
+  HUTFile::mkDirRecursive(out);
+  ASSERT_EQ(::symlink(elsewhere.path().c_str(), (out + "/link").c_str()), 0);
+  const std::string zip = dir.file("link.zip");
+  makeZip(zip, {{"link/planted.txt", "evil"}});
+  EXPECT_THROW(HUTZip::uncompressDir(zip, "", out, true), HEXDataException);
+  EXPECT_FALSE(HUTFile::exists(elsewhere.file("planted.txt")));
+
+  // A link where a file goes is replaced, not written through.
+  const std::string target = elsewhere.write("victim.txt", "keep");
+  ASSERT_EQ(::symlink(target.c_str(), (out + "/victim.txt").c_str()), 0);
+  makeZip(zip, {{"victim.txt", "evil"}});
+  EXPECT_TRUE(HUTZip::uncompress(zip, "victim.txt", out, true));
+  EXPECT_EQ(readFile(target), "keep");
+  EXPECT_EQ(readFile(out + "/victim.txt"), "evil");
+}
+
+TEST(HUTZip, WritingRefusesUnsafeMemberNames) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  for (const std::string& name : {std::string("../x"), std::string("/abs"), std::string(""),
+                                  std::string("a\0b", 3), std::string("a/../../b")})
+    EXPECT_THROW(HUTZip::writeMember(zip, name, "x"), HEXDataException) << name;
+  EXPECT_FALSE(HUTFile::exists(zip));
+  // A colon elsewhere is an ordinary character.
+  HUTZip::writeMember(zip, "a:b/c:d", "x");
+  EXPECT_TRUE(HUTZip::containsFile(zip, "a:b/c:d"));
+}
+
+TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
+  TempDir dir;
+  const std::string zip = dir.file("bomb.zip");
+  makeZip(zip, {{"small.txt", "fine"}, {"zeros.bin", std::string(1 << 20, '\0')}});
+  ASSERT_LT(HUTFile::getSize(zip), 20000);
+  zr_test::ScopedMemberLimit limit(64 * 1024);
+
+  std::string content;
+  EXPECT_TRUE(HUTZip::readMember(zip, "small.txt", content));
+  const std::string text =
+      thrownText<HEXDataException>([&] { HUTZip::readMember(zip, "zeros.bin", content); });
+  EXPECT_NE(text.find("zeros.bin"), std::string::npos) << text;
+  EXPECT_NE(text.find("limit"), std::string::npos) << text;
+  EXPECT_THROW(HUTZip::uncompress(zip, "zeros.bin", dir.file("out"), true), HEXDataException);
+  EXPECT_FALSE(HUTFile::exists(dir.file("out/zeros.bin")));
+  EXPECT_TRUE(boost::filesystem::is_empty(dir.file("out")));
+  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("x")));
+  EXPECT_THROW(HUTZip::extractMember(zip, "zeros.bin", dir.file("x/zeros.bin")), HEXDataException);
+  EXPECT_TRUE(boost::filesystem::is_empty(dir.file("x")));
+}
+
+TEST(HUTZip, AMemberInflatingPastItsRecordedSizeIsRefused) {
+  TempDir dir;
+  const std::string zip = dir.file("liar.zip");
+  makeZip(zip, {{"liar.bin", std::string(1 << 20, 'z')}});
+  zr_test::patchFirstRecordedSize(zip, 100);
+  std::string content;
+  EXPECT_THROW(HUTZip::readMember(zip, "liar.bin", content), HEXDataException);
+  EXPECT_LE(content.size(), 100u);
+}
+
+TEST(HUTZip, ExtractMemberCopiesToTheGivenFile) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"hw/top.hpfm", "<hpfm/>"}, {"hw/", ""}});
+  EXPECT_TRUE(HUTZip::extractMember(zip, "hw/top.hpfm", dir.file("a/b/c.hpfm")));
+  EXPECT_EQ(readFile(dir.file("a/b/c.hpfm")), "<hpfm/>");
+  EXPECT_FALSE(HUTZip::extractMember(zip, "hw/", dir.file("d")));
+  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
+  EXPECT_FALSE(HUTFile::exists(dir.file("e")));
+  EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "hw/top.hpfm", dir.file("g")));
+}
+
+TEST(HUTZip, ANestedArchiveYieldsItsMembersAndLeavesNoTemporary) {
+  TempDir dir, tmp;
+  zr_test::ScopedTmpDir scoped(tmp.path());
+  const std::string inner = dir.file("inner.tilprj");
+  makeZip(inner, {{"tilarchive/morwen/til_constraints.tilcst", "constraints"}});
+  const std::string zip = dir.file("p.lfa");
+  makeZip(zip, {{"lfa.json", "{}"}, {"til/p.tilprj", readFile(inner)}});
+
+  EXPECT_TRUE(HUTZip::extractNestedMember(zip, "til/p.tilprj", "tilarchive/morwen/til_constraints.tilcst",
+                                          dir.file("out/c.tilcst")));
+  EXPECT_EQ(readFile(dir.file("out/c.tilcst")), "constraints");
+  EXPECT_FALSE(HUTZip::extractNestedMember(zip, "til/p.tilprj", "tilarchive/none", dir.file("out/n")));
+  EXPECT_FALSE(HUTZip::extractNestedMember(zip, "til/none.tilprj", "tilarchive/morwen/til_constraints.tilcst",
+                                           dir.file("out/n")));
+  // A member that is no archive is damaged input, and still leaves no temporary behind.
+  EXPECT_THROW(HUTZip::extractNestedMember(zip, "lfa.json", "x", dir.file("out/n")), HEXDataException);
+  EXPECT_FALSE(HUTFile::exists(dir.file("out/n")));
+  EXPECT_TRUE(boost::filesystem::is_empty(tmp.path()));
+}
+
+TEST(HUTZip, DeleteFilesKeepsTheRestAndAnEmptyArchiveStaysAnArchive) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"a", "1"}, {"b", "2"}, {"c", "3"}});
+  EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"b", "none"}), 1);
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "c"}));
+  EXPECT_EQ(member(zip, "c"), "3");
+  EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"none"}), 0);
+  EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"a", "c"}), 2);
+  EXPECT_TRUE(HUTFile::isFile(zip));
+  EXPECT_TRUE(HUTZip::getFiles(zip).empty());
+  HUTZip::writeMember(zip, "again", "x");
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"again"}));
+  EXPECT_THROW(HUTZip::deleteFilesFromZip(dir.file("none.zip"), {"a"}), HEXFileNotFoundException);
+}
+
+TEST(HUTZip, DigestVerifiesUntilAMemberChanges) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"cfa.json", "{}"}, {"hw/top.hpfm", "<hpfm/>"}});
+  EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_NONE);
+  HUTZip::attachDigestEn(zip);
+  EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_VALID);
+  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+
+  HUTZip::writeMember(zip, "hw/top.hpfm", "<hpfm changed=\"1\"/>");
+  EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_MISMATCH);
+  HUTZip::attachDigestEn(zip);
+  EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_VALID);
+
+  // A renamed member changes the digest though every content is the same.
+  const std::string copy = dir.file("copy.cfa");
+  makeZip(copy, {{"cfa.json", "{}"}, {"hw/top.hpfX", "<hpfm changed=\"1\"/>"}});
+  HUTZip::attachDigestEn(copy);
+  EXPECT_EQ(HUTZip::verifyDigest(copy), HUTZip::DIGEST_VALID);
+  zr_test::patchBytes(copy, "hw/top.hpfX", "hw/top.hpfm");
+  EXPECT_EQ(HUTZip::verifyDigest(copy), HUTZip::DIGEST_MISMATCH);
+
+  HUTZip::deleteFilesFromZip(zip, {"cfa.json"});
+  EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_MISMATCH);
+  EXPECT_EQ(HUTZip::verifyDigest(dir.file("none.zip")), HUTZip::DIGEST_NONE);
+  EXPECT_THROW(HUTZip::attachDigestEn(dir.file("none.zip")), HEXFileNotFoundException);
+}
+
+TEST(HUTZip, AFailedWriteLeavesTheOriginalArchiveIntact) {
+  TempDir dir;
+  const std::string zip = dir.file("p.cfa");
+  makeZip(zip, {{"cfa.json", "{\"v\": 1}"}, {"hw/top.hpfm", "<hpfm/>"}});
+  const std::string before = readFile(zip);
+
+  std::string text;
+  {
+    // The temporary archive cannot grow past 64 KiB.
+    zr_test::ScopedFileSizeLimit limit(64 * 1024);
+    text = thrownText<HEXUserException>(
+        [&] { HUTZip::writeMember(zip, "big.bit", zr_test::incompressible(512 * 1024)); });
+  }
+
+  EXPECT_NE(text.find("left as it was"), std::string::npos) << text;
+  EXPECT_EQ(readFile(zip), before);
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "hw/top.hpfm"}));
+  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 1}");
+  // No temporary file is left behind.
+  EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
+}
