@@ -10,10 +10,10 @@
 #include <sstream>
 
 #include "../tools/zr-platform/SampleGenerator.h"
+#include "host/HUTZip.h"
 #include "json/JsonDocument.h"
 #include "json/JsonTextWriter.h"
 #include "loading/TEQPlatformLMX.h"
-#include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
 #include "platform/HTEQJSONUtils.h"

@@ -1,6 +1,8 @@
-# Warning flags and sanitizer flags for our own targets.
+# Warning flags and sanitizer flags for our own targets. Every file of ours builds
+# clean with this set; ZR_WERROR (the test command's builds) makes it binding.
 function(zr_target_defaults target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+                                           -Wcast-qual -Wformat=2)
   if(ZR_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

@@ -18,9 +18,9 @@
 #include <string>
 
 #include "FuzzSupport.h"
-#include "json/JsonTextWriter.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "json/JsonTextWriter.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
 #include "platform/HTEQPlatform.h"
@@ -49,7 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto* hw = new HPLPlatform;
   platform.setHardwarePlatform(hw);
   try {
-    if (!HTEQCfaJsonReader(hw).parseJsonString(std::string(reinterpret_cast<const char*>(data), size))) return 0;
+    if (!HTEQCfaJsonReader(hw).parseJsonString(std::string(reinterpret_cast<const char*>(data), size)))
+      return 0;
   } catch (const HEXError&) {
     return 0;
   } catch (const HEXDataException&) {

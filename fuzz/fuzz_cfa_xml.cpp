@@ -11,8 +11,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "formats/TEQCfaXmlLMX.h"
 #include "FuzzSupport.h"
+#include "formats/TEQCfaXmlLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTZip.h"

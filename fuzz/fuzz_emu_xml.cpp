@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "emulation/TEQEmulationLMX.h"
 #include "FuzzSupport.h"
+#include "emulation/TEQEmulationLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"

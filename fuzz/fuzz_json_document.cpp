@@ -4,17 +4,17 @@
 // not. A tree that reads back is also printed by both writers, which must
 // give the same bytes. Any disagreement aborts, as does every crash, leak or
 // hang.
+#include <algorithm>
 #include <boost/property_tree/json_parser.hpp>
 #include <cstddef>
 #include <cstdint>
-#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string>
 
+#include "host/HEXAll.h"
 #include "json/JsonDocument.h"
 #include "json/JsonText.h"
-#include "host/HEXAll.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using Tree = boost::property_tree::ptree;

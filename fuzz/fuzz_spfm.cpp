@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <string>
 
-#include "software/TEQSoftwarePlatformLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "software/TEQSoftwarePlatformLMX.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   zr_fuzz::silenceMessages();

@@ -4,15 +4,16 @@
 #include <cstdint>
 #include <string>
 
-#include "loading/TEQPlatformLMX.h"
 #include "FuzzSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "loading/TEQPlatformLMX.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   zr_fuzz::silenceMessages();
   try {
-    const auto p = TEQPlatform::unmarshalMemory(std::string(reinterpret_cast<const char*>(data), size), "fuzz.zdf");
+    const auto p =
+        TEQPlatform::unmarshalMemory(std::string(reinterpret_cast<const char*>(data), size), "fuzz.zdf");
     (void)p;
   } catch (const HXMLException&) {
   }

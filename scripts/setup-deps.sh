@@ -9,7 +9,7 @@ packages=(
   libxml2-dev libzip-dev libssl-dev tcl-dev
   libcli11-dev googletest libgtest-dev libgmock-dev libbenchmark-dev
   swig openjdk-17-jdk-headless
-  clang libclang-rt-14-dev
+  clang libclang-rt-14-dev clang-format
   zip unzip
 )
 

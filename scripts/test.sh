@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test: the unit and integration suites in a
-# warnings-as-errors build, the consumer project against an installed copy, and
-# the whole suite again under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Builds everything and runs every test: the format check, the unit and
+# integration suites in a warnings-as-errors build, the consumer project against
+# an installed copy, and the whole suite again under AddressSanitizer and
+# UndefinedBehaviorSanitizer.
 # Ends with one summary line "ctest: N passed, N failed".
 set -uo pipefail
 cd "$(dirname "$0")/.."
@@ -37,6 +38,14 @@ build() {
   shift
   cmake -S . -B "$dir" -G Ninja -DZR_WERROR=ON "$@" >/dev/null && cmake --build "$dir" -j "$jobs"
 }
+
+echo "== format (clang-format)"
+if bash scripts/check-format.sh; then
+  passed=$((passed + 1))
+else
+  failed=$((failed + 1))
+  status=1
+fi
 
 echo "== build (warnings as errors)"
 if build build/test -DCMAKE_BUILD_TYPE=Debug -DCMAKE_INSTALL_PREFIX="$PWD/build/test/stage"; then

@@ -30,7 +30,9 @@ class ZR_PLATFORM_API HTEQDesignIntentStorage : public teq_platform::JSONSeriali
     bool computedValue = false;
   };
   static int slotOf(int key);
-  bool value(Slot s) const { return intents_[s].explicitSet ? intents_[s].explicitValue : intents_[s].computedValue; }
+  bool value(Slot s) const {
+    return intents_[s].explicitSet ? intents_[s].explicitValue : intents_[s].computedValue;
+  }
 
   Intent intents_[kSlots];
 };

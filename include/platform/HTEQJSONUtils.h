@@ -38,7 +38,8 @@ class ZR_PLATFORM_API HTEQJSONUtils {
   static int getIntValue(const OptTree& tree, const std::string& key, int fallback);
   static unsigned int getUnsignedIntValue(const OptTree& tree, const std::string& key, unsigned int fallback);
   static long getLongValue(const OptTree& tree, const std::string& key, long fallback);
-  static unsigned long getUnsignedLongValue(const OptTree& tree, const std::string& key, unsigned long fallback);
+  static unsigned long getUnsignedLongValue(const OptTree& tree, const std::string& key,
+                                            unsigned long fallback);
 
   // The deepest nesting readJSON accepts by default.
   static constexpr unsigned kMaxDepth = 512;
@@ -48,7 +49,8 @@ class ZR_PLATFORM_API HTEQJSONUtils {
   // recurses once per level) and reports every failure as HEXDataException
   // naming `name`.
   static void readJSON(std::istream& in, Tree& tree, const std::string& name, unsigned maxDepth = kMaxDepth);
-  static void readJSON(const std::string& text, Tree& tree, const std::string& name, unsigned maxDepth = kMaxDepth);
+  static void readJSON(const std::string& text, Tree& tree, const std::string& name,
+                       unsigned maxDepth = kMaxDepth);
 };
 
 #endif

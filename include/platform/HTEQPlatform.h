@@ -54,11 +54,15 @@ class ZR_PLATFORM_API HTEQPlatform : public teq_platform::JSONSerializable {
   void setHardwarePlatform(HTEQHardwarePlatform* p) { hardwarePlatform_ = p; }
   void setHardwareEmulationPlatform(HTEQHardwarePlatform* p) { hardwareEmulationPlatform_ = p; }
   void setDefaultRPHardwarePlatform(HTEQHardwarePlatform* p) { defaultRPHardwarePlatform_ = p; }
-  void setDefaultRPHardwareEmulationPlatform(HTEQHardwarePlatform* p) { defaultRPHardwareEmulationPlatform_ = p; }
+  void setDefaultRPHardwareEmulationPlatform(HTEQHardwarePlatform* p) {
+    defaultRPHardwareEmulationPlatform_ = p;
+  }
   void setDefaultRPId(unsigned int id) { defaultRPId_ = id; }
   unsigned int getDefaultRPId() const { return defaultRPId_; }
   // Takes ownership.
-  void addReconfigurablePartition(HTEQReconfigurablePartition* rp) { reconfigurablePartitions_.push_back(rp); }
+  void addReconfigurablePartition(HTEQReconfigurablePartition* rp) {
+    reconfigurablePartitions_.push_back(rp);
+  }
   void addSoftwarePlatform(HTEQSoftwarePlatform* sw) { softwarePlatforms_.push_back(sw); }
   const std::vector<HTEQSoftwarePlatform*>& getSoftwarePlatforms() const { return softwarePlatforms_; }
   const std::vector<HTEQReconfigurablePartition*>& getReconfigurablePartitions() const {

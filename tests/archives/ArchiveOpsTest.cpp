@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "formats/HpfmTestDoc.h"
+#include "hardware/HwTestPlatform.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
-#include "formats/HpfmTestDoc.h"
-#include "hardware/HwTestPlatform.h"
 #include "platform/HPLBoard.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPlatform.h"

@@ -58,8 +58,8 @@ class Cli : public ::testing::Test {
 }  // namespace
 
 TEST_F(Cli, UsageErrorsExitWithTwoAndOneLine) {
-  for (const char* args : {"", "--bogus json x", "json", "gen-sample d --count 0", "--tool-version 2026 json x",
-                           "frobnicate"}) {
+  for (const char* args :
+       {"", "--bogus json x", "json", "gen-sample d --count 0", "--tool-version 2026 json x", "frobnicate"}) {
     SCOPED_TRACE(args);
     const Outcome r = run(dir_, args);
     EXPECT_EQ(r.status, 2);
@@ -145,7 +145,8 @@ TEST_F(Cli, SampleGrowsWithCountAndScale) {
 
 TEST_F(Cli, EnvironmentOptionsAreAccepted) {
   const std::string f = dir_.write("a.spfm", spfmText());
-  const Outcome r = run(dir_, "--app-root /opt/tools/selbrook --tmp-dir " + dir_.path() + " --tool-version 2027.2 json " + f);
+  const Outcome r = run(
+      dir_, "--app-root /opt/tools/selbrook --tmp-dir " + dir_.path() + " --tool-version 2027.2 json " + f);
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, entryPoint(hteq_get_platform_json, f));
 }

@@ -31,12 +31,16 @@ std::string member(const std::string& extra = "", const std::string& name = "bas
          name +
          "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
          "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
-         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": \"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
+         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": "
+         "\"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
          "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
-         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": \"4096\"}],\n"
-         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", \"default\": "
+         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": "
+         "\"4096\"}],\n"
+         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", "
+         "\"default\": "
          "\"TRUE\"}],\n"
-         "  \"busInterfaces\": [{\"name\": \"S_AXI\", \"mode\": \"slave\", \"typeRef\": \"aximm\", \"dataWidth\": "
+         "  \"busInterfaces\": [{\"name\": \"S_AXI\", \"mode\": \"slave\", \"typeRef\": \"aximm\", "
+         "\"dataWidth\": "
          "\"512x\",\n"
          "                     \"addressSegments\": [{\"baseName\": \"bank0\", \"index\": \"2\"}]}],\n"
          "  \"nocConnectivity\": [{\"instRef\": \"noc0\", \"busInterfaces\": [{\"name\": \"M00\"}]}]" +
@@ -97,7 +101,8 @@ TEST_F(CfaJsonReader, AStandAloneFileAndATextFillTheSameModel) {
 }
 
 TEST_F(CfaJsonReader, AlternativeMemberWinsUnlessOnlyThePrimaryCounts) {
-  const std::string path = archive({{"lfa.json", member("", "primary")}, {"alt_lfa.json", member("", "alt")}});
+  const std::string path =
+      archive({{"lfa.json", member("", "primary")}, {"alt_lfa.json", member("", "alt")}});
   std::string chosen;
   EXPECT_TRUE(reader_.canParse(path, PlatformLoader::Default, chosen));
   EXPECT_EQ(chosen, "alt_lfa.json");
@@ -174,14 +179,14 @@ TEST_F(CfaJsonReader, FailuresAnswerFalseWithTheirMessages) {
   EXPECT_EQ(m->args[1], bad);
 
   cap.clear();
-  const std::string noCore =
-      archive({{"lfa.json", "{\"devices\": [{\"name\": \"fpga0\"}]}"}}, "nocore.lfa");
+  const std::string noCore = archive({{"lfa.json", "{\"devices\": [{\"name\": \"fpga0\"}]}"}}, "nocore.lfa");
   HPLPlatform p2;
   EXPECT_FALSE(HTEQCfaJsonReader(&p2).parseCFA(noCore, PlatformLoader::Default));
   EXPECT_TRUE(cap.has("@74-64@%s%s%s"));
 
   cap.clear();
-  const std::string deep = archive({{"lfa.json", std::string(200000, '[') + std::string(200000, ']')}}, "deep.lfa");
+  const std::string deep =
+      archive({{"lfa.json", std::string(200000, '[') + std::string(200000, ']')}}, "deep.lfa");
   HPLPlatform p3;
   EXPECT_FALSE(HTEQCfaJsonReader(&p3).parseCFA(deep, PlatformLoader::Default));
   EXPECT_TRUE(cap.has("@74-64@%s%s%s"));
@@ -193,8 +198,8 @@ TEST_F(CfaJsonReader, FailuresAnswerFalseWithTheirMessages) {
 }
 
 TEST_F(CfaJsonReader, EmulationChildComesFromTheHwEmuDirectory) {
-  const std::string path =
-      archive({{"lfa.json", member()}, {"hw_emu/alt_lfa.json", member(",\"hardwareEmuPlatform\": \"true\"", "emu")}});
+  const std::string path = archive(
+      {{"lfa.json", member()}, {"hw_emu/alt_lfa.json", member(",\"hardwareEmuPlatform\": \"true\"", "emu")}});
   std::string chosen;
   EXPECT_TRUE(reader_.canParseHwEmu(path, PlatformLoader::Default, chosen));
   EXPECT_EQ(chosen, "hw_emu/alt_lfa.json");
@@ -248,8 +253,10 @@ TEST_F(CfaJsonReader, EmulationFilesOfThePlatformSetItsEmulationFlags) {
 TEST_F(CfaJsonReader, AnHpfmMemberReplacesTheDocumentsBusInterfaces) {
   const std::string hpfm =
       "<?xml version=\"1.0\"?>\n"
-      "<kp:repository xmlns:kp=\"urn:teq:hpfm\" kp:name=\"r\" kp:library=\"l\" kp:version=\"1.0\" kp:vendor=\"v\">\n"
-      "  <kp:component kp:name=\"c\" kp:library=\"l\" kp:version=\"1.0\" kp:vendor=\"v\" kp:type=\"platform\"\n"
+      "<kp:repository xmlns:kp=\"urn:teq:hpfm\" kp:name=\"r\" kp:library=\"l\" kp:version=\"1.0\" "
+      "kp:vendor=\"v\">\n"
+      "  <kp:component kp:name=\"c\" kp:library=\"l\" kp:version=\"1.0\" kp:vendor=\"v\" "
+      "kp:type=\"platform\"\n"
       "      kp:BRAM=\"1\" kp:DSP=\"1\" kp:FF=\"1\" kp:LUT=\"1\">\n"
       "    <kp:platformInfo>\n"
       "      <kp:deviceInfo kp:architecture=\"a\" kp:device=\"d\" kp:package=\"p\" kp:speedGrade=\"-1\"/>\n"
@@ -270,8 +277,8 @@ TEST_F(CfaJsonReader, AnHpfmMemberReplacesTheDocumentsBusInterfaces) {
 
   // A listed hpfm that is not in the archive leaves the document's own list.
   HPLPlatform listedOnly;
-  ASSERT_TRUE(HTEQCfaJsonReader(&listedOnly).parseCFA(archive({{"lfa.json", member(files)}}, "nohpfm.lfa"),
-                                                      PlatformLoader::Default));
+  ASSERT_TRUE(HTEQCfaJsonReader(&listedOnly)
+                  .parseCFA(archive({{"lfa.json", member(files)}}, "nohpfm.lfa"), PlatformLoader::Default));
   buses.clear();
   listedOnly.getBusInterfaces(buses);
   ASSERT_EQ(buses.size(), 1u);

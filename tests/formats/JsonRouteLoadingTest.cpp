@@ -101,7 +101,8 @@ TEST(JsonRoute, PartitionsAttachTheirHardwareAndTheDefaultAnswers) {
   dir.write("p/sw/a.spfm", spfmText());
   const std::string rps = "<teq:reconfigurablePartition teq:id=\"1\">" + zdfHw("hw", "rp1.lfa") +
                           "</teq:reconfigurablePartition>\n<teq:reconfigurablePartition teq:id=\"2\">" +
-                          zdfHw("hw", "rp2.lfa") + zdfEmu("hw", "rp2e.lfa") + "</teq:reconfigurablePartition>\n";
+                          zdfHw("hw", "rp2.lfa") + zdfEmu("hw", "rp2e.lfa") +
+                          "</teq:reconfigurablePartition>\n";
   const std::string zdf = dir.write("p/card.zdf", zdfText(rps, "teq:defaultRP=\"2\""));
   PlatformLoader loader(zdf, PlatformLoader::Default);
   const auto platform = loader.load();

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"

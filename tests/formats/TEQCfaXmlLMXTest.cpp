@@ -274,7 +274,7 @@ INSTANTIATE_TEST_SUITE_P(
         ViolationKind{"UnknownAttribute",
                       {{minimalWith("<Build/>", "<Build Colour=\"red\"/>"), 4, "Colour"},
                        {minimalWith("<Build/>", "<Build usesPR=\"true\"/>"), 4, "usesPR"}}}),
-    [](const ::testing::TestParamInfo<ViolationKind>& info) { return std::string(info.param.name); });
+    [](const ::testing::TestParamInfo<ViolationKind>& kind) { return std::string(kind.param.name); });
 
 TEST(CfaXmlRead, TextContentAndMalformedInputFail) {
   expectFailure(minimalWith("<Files/>", "<Files>text</Files>"), 13, "Files");

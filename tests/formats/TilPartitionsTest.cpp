@@ -3,10 +3,10 @@
 #include <fstream>
 #include <map>
 
-#include "platform/HTEQTilPartitionsJsonReader.h"
 #include "hardware/HwTestPlatform.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
+#include "platform/HTEQTilPartitionsJsonReader.h"
 #include "support/TestSupport.h"
 
 using hwcore_test::jsonTree;

@@ -8,13 +8,13 @@
 #include <boost/filesystem.hpp>
 #include <functional>
 
-#include "support/ZipTestSupport.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
 #include "host/IslXp.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using zr_test::TempDir;
 

@@ -8,11 +8,11 @@
 #include <fstream>
 #include <thread>
 
-#include "support/ZipTestSupport.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using zr_test::makeZip;
 using zr_test::readFile;

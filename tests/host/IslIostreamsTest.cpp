@@ -6,13 +6,13 @@
 #include <iterator>
 #include <sstream>
 
-#include "support/ZipTestSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 namespace isl_io = isl::iostreams;
 using zr_test::makeZip;

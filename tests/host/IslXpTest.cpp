@@ -5,10 +5,10 @@
 #include <memory>
 #include <sstream>
 
-#include "support/ZipTestSupport.h"
 #include "host/HEXAll.h"
 #include "host/IslXp.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 namespace xp = isl::iostreams::xp;
 using zr_test::TempDir;
@@ -33,8 +33,7 @@ struct EndlessPacked {
   std::shared_ptr<std::size_t> given = std::make_shared<std::size_t>(0);
   std::streamsize read(char* s, std::streamsize n) {
     if (*given >= (std::size_t(64) << 20)) return -1;
-    for (std::streamsize i = 0; i < n; ++i, ++*given)
-      s[i] = *given < header.size() ? header[*given] : 'x';
+    for (std::streamsize i = 0; i < n; ++i, ++*given) s[i] = *given < header.size() ? header[*given] : 'x';
     return n;
   }
 };

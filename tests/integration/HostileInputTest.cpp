@@ -12,7 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "support/ZipTestSupport.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
@@ -20,6 +19,7 @@
 #include "platform/HTEQPlatformCAPI.h"
 #include "platform/PlatformLoader.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using teq_platform::PlatformLoader;
 using teq_platform::PlatformParseException;

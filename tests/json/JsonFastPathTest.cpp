@@ -10,9 +10,9 @@
 #include <sstream>
 #include <string>
 
+#include "host/HEXAll.h"
 #include "json/JsonDocument.h"
 #include "json/JsonText.h"
-#include "host/HEXAll.h"
 #include "platform/HTEQJSONUtils.h"
 #include "platform/JSONObjectWriter.h"
 
@@ -67,16 +67,32 @@ class DocumentMaker {
   }
 
   std::string stringText() {
-    static const char* const kParts[] = {"name", "a.b", "", "x y", "\\\"", "\\\\", "\\/", "\\b\\f\\n\\r\\t",
-                                         "\\u0041", "\\u00e9", "\\u20AC", "\\ud83d\\ude00", "\\u0000",
-                                         "\xc3\xa9", "\xe2\x82\xac", "\xf0\x9f\x98\x80", "\x7f", "pfm/top"};
+    static const char* const kParts[] = {"name",
+                                         "a.b",
+                                         "",
+                                         "x y",
+                                         "\\\"",
+                                         "\\\\",
+                                         "\\/",
+                                         "\\b\\f\\n\\r\\t",
+                                         "\\u0041",
+                                         "\\u00e9",
+                                         "\\u20AC",
+                                         "\\ud83d\\ude00",
+                                         "\\u0000",
+                                         "\xc3\xa9",
+                                         "\xe2\x82\xac",
+                                         "\xf0\x9f\x98\x80",
+                                         "\x7f",
+                                         "pfm/top"};
     std::string s = "\"";
     for (int i = pick(4); i > 0; --i) s += kParts[pick(18)];
     return s + "\"";
   }
 
   std::string number() {
-    static const char* const kNumbers[] = {"0", "-0", "7", "-12", "3.25", "0.5e10", "1E+3", "-2.5e-3", "123456789012"};
+    static const char* const kNumbers[] = {"0",      "-0",   "7",       "-12",         "3.25",
+                                           "0.5e10", "1E+3", "-2.5e-3", "123456789012"};
     return kNumbers[pick(9)];
   }
 
@@ -129,8 +145,18 @@ class DocumentMaker {
 // with control characters, slashes, quotes and bytes above 0x7f.
 Tree randomTree(std::mt19937& rng, int depth) {
   auto pick = [&rng](int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng); };
-  static const std::string kText[] = {"", "plain", "a/b", "q\"uote", "back\\slash", "tab\there", "nl\n",
-                                      std::string("nul\0x", 5), "\x01\x1f", "\x7f", "\xc3\xa9", "\xff"};
+  static const std::string kText[] = {"",
+                                      "plain",
+                                      "a/b",
+                                      "q\"uote",
+                                      "back\\slash",
+                                      "tab\there",
+                                      "nl\n",
+                                      std::string("nul\0x", 5),
+                                      "\x01\x1f",
+                                      "\x7f",
+                                      "\xc3\xa9",
+                                      "\xff"};
   Tree t;
   const int n = depth > 3 ? 0 : pick(5);
   const bool array = pick(3) == 0;
@@ -171,8 +197,9 @@ TEST(JsonFastPath, RandomDocumentsGiveTheReferenceTreeWithoutFallingBack) {
 TEST(JsonFastPath, DamagedDocumentsGiveTheReferenceResultOrError) {
   DocumentMaker maker(7);
   std::mt19937 rng(11);
-  static const char kBytes[] = {'"', '\\', '{', '}', '[', ']', ',', ':', 'u', 'e', '-', '.', '0', 'x',
-                                '\0', '\x1f', '\x80', '\xc3', '\xe2', '\xf0', '\xf8', '\xef', ' ', '\n'};
+  static const char kBytes[] = {'"',    '\\',   '{',    '}',    '[',    ']',    ',',  ':',
+                                'u',    'e',    '-',    '.',    '0',    'x',    '\0', '\x1f',
+                                '\x80', '\xc3', '\xe2', '\xf0', '\xf8', '\xef', ' ',  '\n'};
   int rejected = 0;
   for (int i = 0; i < 6000; ++i) {
     std::string text = maker.document();
@@ -181,9 +208,14 @@ TEST(JsonFastPath, DamagedDocumentsGiveTheReferenceResultOrError) {
       const std::size_t at = rng() % text.size();
       const char b = kBytes[rng() % sizeof kBytes];
       switch (rng() % 3) {
-        case 0: text[at] = b; break;
-        case 1: text.insert(at, 1, b); break;
-        default: text.erase(at, 1);
+        case 0:
+          text[at] = b;
+          break;
+        case 1:
+          text.insert(at, 1, b);
+          break;
+        default:
+          text.erase(at, 1);
       }
     }
     const Reference ref = referenceRead(text);
@@ -203,12 +235,44 @@ TEST(JsonFastPath, DamagedDocumentsGiveTheReferenceResultOrError) {
 }
 
 TEST(JsonFastPath, EachKindOfMistakeGivesTheReferenceError) {
-  const std::string texts[] = {
-      "", " ", "{\"a\": \"1\",}", "[\"1\",]", "{,}", "[,\"1\"]", "{\"a\" \"1\"}", "{\"a\":}", "{1: \"a\"}",
-      "01", "1.", ".5", "+1", "1e", "1e+", "-", "-a", "tru", "nul", "fals", "truex", "\"abc", "\"a\\u12\"",
-      "\"\\ud800\"", "\"\\udc00\"", "\"\\ud800\\u0041\"", "\"\\ud800x\"", "\"\\q\"", "\"\x01\"",
-      "\"\xc3(\"", "\"\x80\"", "\"\xf8\x80\x80\x80\x80\"", "\"\xe2\x82\"", "{\"a\": \"1\"}}", "[\"1\"] x",
-      "{\"a\": [\"1\" \"2\"]}", "\n\n  [\n\"x\",\n ]", "[\"\t\"]"};
+  const std::string texts[] = {"",
+                               " ",
+                               "{\"a\": \"1\",}",
+                               "[\"1\",]",
+                               "{,}",
+                               "[,\"1\"]",
+                               "{\"a\" \"1\"}",
+                               "{\"a\":}",
+                               "{1: \"a\"}",
+                               "01",
+                               "1.",
+                               ".5",
+                               "+1",
+                               "1e",
+                               "1e+",
+                               "-",
+                               "-a",
+                               "tru",
+                               "nul",
+                               "fals",
+                               "truex",
+                               "\"abc",
+                               "\"a\\u12\"",
+                               "\"\\ud800\"",
+                               "\"\\udc00\"",
+                               "\"\\ud800\\u0041\"",
+                               "\"\\ud800x\"",
+                               "\"\\q\"",
+                               "\"\x01\"",
+                               "\"\xc3(\"",
+                               "\"\x80\"",
+                               "\"\xf8\x80\x80\x80\x80\"",
+                               "\"\xe2\x82\"",
+                               "{\"a\": \"1\"}}",
+                               "[\"1\"] x",
+                               "{\"a\": [\"1\" \"2\"]}",
+                               "\n\n  [\n\"x\",\n ]",
+                               "[\"\t\"]"};
   for (const std::string& text : texts) {
     const Reference ref = referenceRead(text);
     ASSERT_FALSE(ref.ok) << text;
@@ -300,7 +364,8 @@ TEST(JsonFastPath, RandomTreesPrintTheReferenceBytes) {
       writer.write(out);
     } catch (const boost::property_tree::json_parser_error& e) {
       ASSERT_TRUE(referenceRefuses);
-      EXPECT_EQ(std::string(e.what()), "<unspecified file>: ptree contains data that cannot be represented in JSON format");
+      EXPECT_EQ(std::string(e.what()),
+                "<unspecified file>: ptree contains data that cannot be represented in JSON format");
       EXPECT_TRUE(out.str().empty());
       ++refused;
       continue;

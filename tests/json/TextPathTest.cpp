@@ -8,8 +8,8 @@
 #include <random>
 #include <string>
 
-#include "json/JsonTextWriter.h"
 #include "host/HEXAll.h"
+#include "json/JsonTextWriter.h"
 #include "platform/HPLBoard.h"
 #include "platform/HPLCore.h"
 #include "platform/HPLDevice.h"
@@ -46,8 +46,10 @@ class RandomPlatform {
   // Texts the writer must escape or keep as they are, and the empty text,
   // which leaves its key out.
   std::string text() {
-    static const char* const kParts[] = {"", "", "bank", "a/b", "q\"t", "b\\s", "t\tn\n", "\x01", "\x7f",
-                                         "\xc3\xa9", "a.b", "pfm_top_i/dynamic_region/axi_ic_0", "0x1F"};
+    static const char* const kParts[] = {"",     "",         "bank",   "a/b",
+                                         "q\"t", "b\\s",     "t\tn\n", "\x01",
+                                         "\x7f", "\xc3\xa9", "a.b",    "pfm_top_i/dynamic_region/axi_ic_0",
+                                         "0x1F"};
     std::string s;
     for (int i = pick(3); i > 0; --i) s += kParts[pick(13)];
     return s;

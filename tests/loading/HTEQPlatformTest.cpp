@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQReconfigurablePartition.h"
@@ -54,11 +53,26 @@ TEST(HTEQPlatform, DescriptorKeysComeInOrderAndLibraryIsNotWritten) {
   hw->setPlatformFile("/r/board/hw/b.lfa");
   p.setHardwarePlatform(hw);
   const auto t = zr_test::jsonTree(p);
-  EXPECT_EQ(keys(t), (std::vector<std::string>{"vendor", "name", "description", "uniqueName", "version", "type",
-                                               "unified", "zdf", "hardware", "softwareEmulation",
-                                               "hardwareEmulation", "hardwareEmuPlatform", "hidden", "file",
-                                               "hwFile", "hwEmuFile", "swFile", "directory",
-                                               "targetCategories", "hardwarePlatforms"}));
+  EXPECT_EQ(keys(t), (std::vector<std::string>{"vendor",
+                                               "name",
+                                               "description",
+                                               "uniqueName",
+                                               "version",
+                                               "type",
+                                               "unified",
+                                               "zdf",
+                                               "hardware",
+                                               "softwareEmulation",
+                                               "hardwareEmulation",
+                                               "hardwareEmuPlatform",
+                                               "hidden",
+                                               "file",
+                                               "hwFile",
+                                               "hwEmuFile",
+                                               "swFile",
+                                               "directory",
+                                               "targetCategories",
+                                               "hardwarePlatforms"}));
   EXPECT_EQ(t.get<std::string>("uniqueName"), "/r/board/board.zdf");
   EXPECT_EQ(t.get<std::string>("directory"), "/r/board");
   EXPECT_EQ(t.get<std::string>("hardware"), "true");

@@ -65,13 +65,14 @@ TEST(HTEQPlatformXMLReader, ChoiceOneUsesTheEmulationFileForBoth) {
 TEST(HTEQPlatformXMLReader, PartitionsKeepFileOrderAndTheirOwnChoices) {
   TempDir dir;
   Parsed p;
-  const std::string rps =
-      "<teq:reconfigurablePartition teq:id=\"3\">" + zdfHw("hw", "p3.lfa") + zdfEmu("hw", "p3e.lfa") +
-      "</teq:reconfigurablePartition>\n"
-      "<teq:reconfigurablePartition teq:id=\"5\">" + zdfEmu("hw", "p5e.lfa") +
-      "</teq:reconfigurablePartition>\n"
-      "<teq:reconfigurablePartition teq:id=\"3\">" + zdfHw("hw", "p3b.lfa") +
-      "</teq:reconfigurablePartition>\n";
+  const std::string rps = "<teq:reconfigurablePartition teq:id=\"3\">" + zdfHw("hw", "p3.lfa") +
+                          zdfEmu("hw", "p3e.lfa") +
+                          "</teq:reconfigurablePartition>\n"
+                          "<teq:reconfigurablePartition teq:id=\"5\">" +
+                          zdfEmu("hw", "p5e.lfa") +
+                          "</teq:reconfigurablePartition>\n"
+                          "<teq:reconfigurablePartition teq:id=\"3\">" +
+                          zdfHw("hw", "p3b.lfa") + "</teq:reconfigurablePartition>\n";
   parse(dir, zdfText(rps, "teq:defaultRP=\"5\""), p);
   ASSERT_TRUE(p.ok) << p.error;
   const auto& parts = p.platform.getReconfigurablePartitions();
@@ -149,8 +150,8 @@ TEST(HTEQPlatformXMLReader, EveryKindOfInvalidDescriptorFailsWithItsLine) {
     if (c.line > 0) {
       EXPECT_EQ(m->args[1], std::to_string(c.line));
     }
-    EXPECT_EQ(p.error.rfind("Error parsing platform file: " + dir.file("pfm/board_a.zdf") + "\nLine number:" +
-                                m->args[1] + ". ",
+    EXPECT_EQ(p.error.rfind("Error parsing platform file: " + dir.file("pfm/board_a.zdf") +
+                                "\nLine number:" + m->args[1] + ". ",
                             0),
               0u);
     EXPECT_EQ(p.error.back(), '\n');

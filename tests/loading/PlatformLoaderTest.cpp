@@ -27,9 +27,12 @@ std::string loadFailure(PlatformLoader& loader) {
 
 TEST(PlatformLoader, FileKindComesFromTheExactExtension) {
   TempDir dir;
-  EXPECT_EQ(PlatformLoader(dir.file("a.lfa"), PlatformLoader::Default).getFileKind(), PlatformLoader::HardwareFile);
-  EXPECT_EQ(PlatformLoader(dir.file("a.cfa"), PlatformLoader::Default).getFileKind(), PlatformLoader::HardwareFile);
-  EXPECT_EQ(PlatformLoader(dir.file("a.spfm"), PlatformLoader::Default).getFileKind(), PlatformLoader::SoftwareFile);
+  EXPECT_EQ(PlatformLoader(dir.file("a.lfa"), PlatformLoader::Default).getFileKind(),
+            PlatformLoader::HardwareFile);
+  EXPECT_EQ(PlatformLoader(dir.file("a.cfa"), PlatformLoader::Default).getFileKind(),
+            PlatformLoader::HardwareFile);
+  EXPECT_EQ(PlatformLoader(dir.file("a.spfm"), PlatformLoader::Default).getFileKind(),
+            PlatformLoader::SoftwareFile);
   // Capitals and no extension at all make a descriptor, which must exist.
   EXPECT_THROW(PlatformLoader(dir.file("a.CFA"), PlatformLoader::Default), HEXFileNotFoundException);
   EXPECT_THROW(PlatformLoader(dir.file("noext"), PlatformLoader::Default), HEXFileNotFoundException);
@@ -82,16 +85,16 @@ TEST(PlatformLoader, EachFailureOfTheHardwareStepHasItsText) {
 
 TEST(PlatformLoader, PartitionHardwareFailureIsAnError) {
   TempDir dir;
-  const std::string rp =
-      "<teq:reconfigurablePartition teq:id=\"0\">" + zdfHw("hw", "missing.lfa") + "</teq:reconfigurablePartition>\n";
+  const std::string rp = "<teq:reconfigurablePartition teq:id=\"0\">" + zdfHw("hw", "missing.lfa") +
+                         "</teq:reconfigurablePartition>\n";
   PlatformLoader loader(dir.write("p/b.zdf", zdfText(rp)), PlatformLoader::Default);
   EXPECT_EQ(loadFailure(loader), "Failed to parse Hardware Platform metadata file");
 }
 
 TEST(PlatformLoader, EmulationOnlyPartitionFailsOnItsEmptyHardwareFile) {
   TempDir dir;
-  const std::string rp =
-      "<teq:reconfigurablePartition teq:id=\"0\">" + zdfEmu("hw", "e.lfa") + "</teq:reconfigurablePartition>\n";
+  const std::string rp = "<teq:reconfigurablePartition teq:id=\"0\">" + zdfEmu("hw", "e.lfa") +
+                         "</teq:reconfigurablePartition>\n";
   PlatformLoader loader(dir.write("p/b.zdf", zdfText(rp)), PlatformLoader::Default);
   EXPECT_EQ(loadFailure(loader), "Failed to parse Hardware Platform metadata file");
 }

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "software/TEQSoftwarePlatformLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
@@ -12,6 +11,7 @@
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSoftwarePlatformXMLReader.h"
 #include "platform/HTEQSystemConfig.h"
+#include "software/TEQSoftwarePlatformLMX.h"
 #include "support/TestSupport.h"
 
 using Names = std::vector<std::string>;

@@ -1,11 +1,10 @@
 #include "support/TestSupport.h"
 
+#include <boost/filesystem.hpp>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-
-#include <boost/filesystem.hpp>
 
 namespace fs = boost::filesystem;
 
@@ -52,13 +51,17 @@ ScopedEnvVar::ScopedEnvVar(const std::string& name, const char* value) : name_(n
   const char* old = std::getenv(name.c_str());
   had_ = old != nullptr;
   if (had_) old_ = old;
-  if (value) ::setenv(name.c_str(), value, 1);
-  else ::unsetenv(name.c_str());
+  if (value)
+    ::setenv(name.c_str(), value, 1);
+  else
+    ::unsetenv(name.c_str());
 }
 
 ScopedEnvVar::~ScopedEnvVar() {
-  if (had_) ::setenv(name_.c_str(), old_.c_str(), 1);
-  else ::unsetenv(name_.c_str());
+  if (had_)
+    ::setenv(name_.c_str(), old_.c_str(), 1);
+  else
+    ::unsetenv(name_.c_str());
 }
 
 }  // namespace zr_test

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "xml/ZrXml.h"
 #include "support/TestSupport.h"
+#include "xml/ZrXml.h"
 
 namespace {
 
@@ -43,8 +43,8 @@ int failureLine(const std::string& doc) {
 
 TEST(ZrXml, ValidDocumentIsNavigable) {
   const auto doc = zr_xml::Document::parseMemory(
-      "<t:root xmlns:t=\"urn:test\" t:name=\"r\">\n<t:item t:n=\" 3 \"/><t:item t:n=\"4\"/></t:root>", "t.xml",
-      schema());
+      "<t:root xmlns:t=\"urn:test\" t:name=\"r\">\n<t:item t:n=\" 3 \"/><t:item t:n=\"4\"/></t:root>",
+      "t.xml", schema());
   const auto root = doc.root();
   EXPECT_EQ(root.name(), "root");
   EXPECT_EQ(root.nsUri(), "urn:test");
@@ -58,17 +58,17 @@ TEST(ZrXml, ValidDocumentIsNavigable) {
 
 TEST(ZrXml, EveryViolationKindFailsWithItsLine) {
   const std::string head = "<t:root xmlns:t=\"urn:test\" t:name=\"r\">\n";
-  EXPECT_EQ(failureLine(head + "<t:item t:n=\"1\">\n</t:root>"), 3);           // not well-formed
-  EXPECT_EQ(failureLine(head + "<t:item/>\n</t:root>"), 2);                     // missing attribute
-  EXPECT_EQ(failureLine(head + "<t:item t:n=\"x\"/>\n</t:root>"), 2);           // not a number
-  EXPECT_EQ(failureLine(head + "<t:item t:n=\"10\"/>\n</t:root>"), 2);          // above maximum
-  EXPECT_EQ(failureLine(head + "<t:item t:n=\"-1\"/>\n</t:root>"), 2);          // below minimum
-  EXPECT_EQ(failureLine(head + "<t:other/>\n</t:root>"), 2);                    // unknown element
+  EXPECT_EQ(failureLine(head + "<t:item t:n=\"1\">\n</t:root>"), 3);             // not well-formed
+  EXPECT_EQ(failureLine(head + "<t:item/>\n</t:root>"), 2);                      // missing attribute
+  EXPECT_EQ(failureLine(head + "<t:item t:n=\"x\"/>\n</t:root>"), 2);            // not a number
+  EXPECT_EQ(failureLine(head + "<t:item t:n=\"10\"/>\n</t:root>"), 2);           // above maximum
+  EXPECT_EQ(failureLine(head + "<t:item t:n=\"-1\"/>\n</t:root>"), 2);           // below minimum
+  EXPECT_EQ(failureLine(head + "<t:other/>\n</t:root>"), 2);                     // unknown element
   EXPECT_EQ(failureLine(head + "<t:item t:n=\"1\" t:z=\"1\"/>\n</t:root>"), 2);  // unknown attribute
-  EXPECT_EQ(failureLine(head + "\n</t:root>"), 1);                              // missing child
-  EXPECT_GT(failureLine("<t:wrong xmlns:t=\"urn:test\"/>"), 0);                 // wrong root
-  EXPECT_GT(failureLine("<root name=\"r\"><item n=\"1\"/></root>"), 0);         // wrong namespace
-  EXPECT_NE(failureLine(""), -1);                                              // empty input fails
+  EXPECT_EQ(failureLine(head + "\n</t:root>"), 1);                               // missing child
+  EXPECT_GT(failureLine("<t:wrong xmlns:t=\"urn:test\"/>"), 0);                  // wrong root
+  EXPECT_GT(failureLine("<root name=\"r\"><item n=\"1\"/></root>"), 0);          // wrong namespace
+  EXPECT_NE(failureLine(""), -1);                                                // empty input fails
 }
 
 TEST(ZrXml, EntityDeclarationsAreRefusedNotExpanded) {
@@ -87,7 +87,8 @@ TEST(ZrXml, DeepNestingAndBinaryInputFailCleanly) {
   std::string deep;
   for (int i = 0; i < 100000; ++i) deep += "<a>";
   EXPECT_THROW(zr_xml::Document::parseMemoryUnchecked(deep, "deep.xml"), HXMLException);
-  EXPECT_THROW(zr_xml::Document::parseMemoryUnchecked(std::string("\0\x01\x02\xff", 4), "bin"), HXMLException);
+  EXPECT_THROW(zr_xml::Document::parseMemoryUnchecked(std::string("\0\x01\x02\xff", 4), "bin"),
+               HXMLException);
   EXPECT_THROW(zr_xml::Document::parseFile("/nonexistent/file.xml", schema()), HXMLException);
 }
 

@@ -108,7 +108,9 @@ void fillPlatform(HPLPlatform& p, const std::string& name, Kind kind, const Coun
     m->setHighestAddress(0x43FFFFFFFFULL + static_cast<unsigned long long>(i) * 0x400000000ULL);
   }
   for (int i = 0; i < c.files; ++i) {
-    HPLFile* f = p.addFile(i == 0 ? "FULL_BIT" : i == 1 ? "DCP" : "PRE_SYS_LINK_TCL",
+    HPLFile* f = p.addFile(i == 0   ? "FULL_BIT"
+                           : i == 1 ? "DCP"
+                                    : "PRE_SYS_LINK_TCL",
                            i == 0 ? "hw/" + name + ".bit" : "scripts/step" + num(i) + ".tcl");
     f->setUsedIn("implementation");
   }
@@ -177,7 +179,8 @@ std::string documentOf(const HPLPlatform& p) {
 }
 
 // An archive with its JSON member (and, when asked, the emulation child).
-void writeArchive(const std::string& path, const std::string& name, Kind kind, const Counts& c, bool emulation) {
+void writeArchive(const std::string& path, const std::string& name, Kind kind, const Counts& c,
+                  bool emulation) {
   HUTFile::mkDirRecursive(path.substr(0, path.rfind('/')));
   HPLPlatform hw;
   fillPlatform(hw, name, kind, c, false);
@@ -203,19 +206,28 @@ std::string cfaXml(const std::string& name, const Counts& c) {
              (i == 0 ? "hw/" + name + ".bit" : "scripts/step" + num(i) + ".tcl") + "\"/>\n";
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          "<Root VersionMajor=\"1\" VersionMinor=\"15\">\n"
-         "  <CFA Vendor=\"acme\" BoardId=\"" + name + "\" Name=\"base\" VersionMajor=\"2\" VersionMinor=\"1\" "
-         "Description=\"Sample platform " + name + "\" Fixed=\"false\">\n"
+         "  <CFA Vendor=\"acme\" BoardId=\"" +
+         name +
+         "\" Name=\"base\" VersionMajor=\"2\" VersionMinor=\"1\" "
+         "Description=\"Sample platform " +
+         name +
+         "\" Fixed=\"false\">\n"
          "    <Host Architecture=\"aarch64\" Interface=\"axi\"/>\n"
          "    <Build UsesPR=\"false\" PlatformState=\"impl\"/>\n"
-         "    <Board Name=\"acme:" + name + ":1.0\" Vendor=\"acme\" Part=\"ptzq9kp-pk676-2-e\">\n"
-         "      <Memories>\n" + memories +
+         "    <Board Name=\"acme:" +
+         name +
+         ":1.0\" Vendor=\"acme\" Part=\"ptzq9kp-pk676-2-e\">\n"
+         "      <Memories>\n" +
+         memories +
          "      </Memories>\n"
          "      <Images/>\n"
          "    </Board>\n"
          "    <Devices>\n"
-         "      <Device Name=\"fpga0\" Type=\"8\"><Core Name=\"OCL_REGION_0\" Type=\"clc_region\" ComputeUnits=\"16\"/></Device>\n"
+         "      <Device Name=\"fpga0\" Type=\"8\"><Core Name=\"OCL_REGION_0\" Type=\"clc_region\" "
+         "ComputeUnits=\"16\"/></Device>\n"
          "    </Devices>\n"
-         "    <Files>\n" + files +
+         "    <Files>\n" +
+         files +
          "    </Files>\n"
          "  </CFA>\n"
          "</Root>\n";
@@ -240,31 +252,30 @@ std::string spfm(const std::string& name, bool embedded) {
       "  <teq:systemConfigurations teq:defaultConfiguration=\"" +
       (embedded ? "linux_cfg" : "host_cfg") + "\">\n";
   if (embedded) {
-    s +=
-        "    <teq:configuration teq:name=\"linux_cfg\" teq:displayName=\"Linux\" teq:runtimes=\"ocl\">\n"
-        "      <teq:description>Linux on the application cores</teq:description>\n"
-        "      <teq:bootImages teq:default=\"standard\">\n"
-        "        <teq:image teq:name=\"standard\" teq:bif=\"boot/linux.bif\" teq:readme=\"boot/README\"/>\n"
-        "      </teq:bootImages>\n"
-        "      <teq:processorGroup teq:name=\"apu\" teq:displayName=\"APU\" teq:cpuType=\"cortex\">\n"
-        "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
-        "      </teq:processorGroup>\n"
-        "    </teq:configuration>\n";
+    s += "    <teq:configuration teq:name=\"linux_cfg\" teq:displayName=\"Linux\" teq:runtimes=\"ocl\">\n"
+         "      <teq:description>Linux on the application cores</teq:description>\n"
+         "      <teq:bootImages teq:default=\"standard\">\n"
+         "        <teq:image teq:name=\"standard\" teq:bif=\"boot/linux.bif\" teq:readme=\"boot/README\"/>\n"
+         "      </teq:bootImages>\n"
+         "      <teq:processorGroup teq:name=\"apu\" teq:displayName=\"APU\" teq:cpuType=\"cortex\">\n"
+         "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
+         "      </teq:processorGroup>\n"
+         "    </teq:configuration>\n";
   } else {
-    s +=
-        "    <teq:configuration teq:name=\"host_cfg\" teq:displayName=\"Host\" teq:runtimes=\"ocl,cpp\">\n"
-        "      <teq:description>Runs on an x86 host</teq:description>\n"
-        "      <teq:processorGroup teq:name=\"x86_0\" teq:displayName=\"x86\" teq:cpuType=\"x86\">\n"
-        "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
-        "      </teq:processorGroup>\n"
-        "    </teq:configuration>\n";
+    s += "    <teq:configuration teq:name=\"host_cfg\" teq:displayName=\"Host\" teq:runtimes=\"ocl,cpp\">\n"
+         "      <teq:description>Runs on an x86 host</teq:description>\n"
+         "      <teq:processorGroup teq:name=\"x86_0\" teq:displayName=\"x86\" teq:cpuType=\"x86\">\n"
+         "        <teq:os teq:name=\"linux\" teq:displayName=\"Linux\"/>\n"
+         "      </teq:processorGroup>\n"
+         "    </teq:configuration>\n";
   }
   return s + "  </teq:systemConfigurations>\n</teq:platform>\n";
 }
 
 std::string zdf(const std::string& name, const std::string& hardware, const std::string& hardwareAttrs) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"platform\" teq:name=\"" +
+         "<teq:platform xmlns:teq=\"urn:teq:platform\" teq:vendor=\"acme\" teq:library=\"platform\" "
+         "teq:name=\"" +
          name + "\" teq:version=\"2.1\">\n  <teq:description>Sample platform " + name +
          "</teq:description>\n  <teq:hardwarePlatforms" + hardwareAttrs + ">\n" + hardware +
          "  </teq:hardwarePlatforms>\n  <teq:softwarePlatforms>\n"
@@ -298,7 +309,8 @@ std::vector<std::string> generateSample(const std::string& dir, const SampleOpti
       hardware = "    <teq:reconfigurablePartition teq:id=\"0\">\n  " +
                  fileRef("hardwarePlatform", "hw", name + "_rp0.lfa") +
                  "    </teq:reconfigurablePartition>\n    <teq:reconfigurablePartition teq:id=\"1\">\n  " +
-                 fileRef("hardwarePlatform", "hw", name + "_rp1.lfa") + "    </teq:reconfigurablePartition>\n";
+                 fileRef("hardwarePlatform", "hw", name + "_rp1.lfa") +
+                 "    </teq:reconfigurablePartition>\n";
       attrs = " teq:defaultRP=\"1\"";
     } else if (kind == Kind::Embedded) {
       const std::string cfa = base + "/hw/" + name + ".cfa";

@@ -18,8 +18,8 @@
 #include <vector>
 
 #include "CliSupport.h"
-#include "host/HEXAll.h"
 #include "SampleGenerator.h"
+#include "host/HEXAll.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
@@ -46,8 +46,9 @@ int printJson(const std::string& file, char* (*entry)(const char*)) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app{"Reads acceleration platforms: descriptors (.zdf), hardware archives (.cfa, .lfa) and "
-               "software platforms (.spfm)."};
+  CLI::App app{
+      "Reads acceleration platforms: descriptors (.zdf), hardware archives (.cfa, .lfa) and "
+      "software platforms (.spfm)."};
   app.name("zr-platform");
   app.require_subcommand(1);
 
@@ -63,7 +64,8 @@ int main(int argc, char** argv) {
           [](std::string& v) {
             const auto dot = v.find('.');
             if (dot == std::string::npos || dot == 0 || dot + 1 == v.size() ||
-                v.find_first_not_of("0123456789.") != std::string::npos || v.find('.', dot + 1) != std::string::npos)
+                v.find_first_not_of("0123456789.") != std::string::npos ||
+                v.find('.', dot + 1) != std::string::npos)
               return std::string("expected MAJOR.MINOR");
             return std::string();
           },
@@ -81,7 +83,8 @@ int main(int argc, char** argv) {
   auto* extract = app.add_subcommand("extract", "Copy one member of a hardware archive out to a file");
   extract->add_option("ARCHIVE", archive, "Hardware archive (.cfa or .lfa)")->required();
   extract->add_option("MEMBER", member, "Member name, as `members` lists it")->required();
-  extract->add_option("DEST", dest, "File to write, or an existing directory to write MEMBER below")->required();
+  extract->add_option("DEST", dest, "File to write, or an existing directory to write MEMBER below")
+      ->required();
 
   std::string sampleDir;
   zr_cli::SampleOptions sample;

@@ -39,8 +39,10 @@ std::wstring HI18N::convert(const std::string& narrow) {
     unsigned long c = extra == 0 ? b : extra == 1 ? (b & 0x1F) : extra == 2 ? (b & 0x0F) : (b & 0x07);
     bool ok = extra >= 0 && i + static_cast<std::size_t>(extra) < n;
     for (int k = 1; ok && k <= extra; ++k) {
-      if ((s[i + k] & 0xC0) != 0x80) ok = false;
-      else c = (c << 6) | (s[i + k] & 0x3F);
+      if ((s[i + k] & 0xC0) != 0x80)
+        ok = false;
+      else
+        c = (c << 6) | (s[i + k] & 0x3F);
     }
     if (!ok) {
       out += static_cast<wchar_t>(0xFFFD);

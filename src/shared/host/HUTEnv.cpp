@@ -1,7 +1,7 @@
 #include "host/HUTEnv.h"
 
-#include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/split.hpp>
 #include <cstdlib>
 
 #ifndef ZR_VERSION_MAJOR

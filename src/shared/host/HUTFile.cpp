@@ -1,11 +1,10 @@
 #include "host/HUTFile.h"
 
-#include <climits>
-#include <cstdlib>
-
 #include <unistd.h>
 
 #include <boost/filesystem.hpp>
+#include <climits>
+#include <cstdlib>
 
 #include "host/HEXAll.h"
 
@@ -29,7 +28,9 @@ bool HUTFile::isFile(const std::string& path) {
   return fs::is_regular_file(path, ec);
 }
 
-bool HUTFile::isReadable(const std::string& path) { return !path.empty() && ::access(path.c_str(), R_OK) == 0; }
+bool HUTFile::isReadable(const std::string& path) {
+  return !path.empty() && ::access(path.c_str(), R_OK) == 0;
+}
 
 std::string HUTFile::getSeparator() { return "/"; }
 

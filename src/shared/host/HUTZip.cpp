@@ -46,8 +46,9 @@ class ListingCache {
   }
   void store(const std::string& path, const struct stat& st, std::vector<std::string> names) {
     std::lock_guard<std::mutex> lock(mutex_);
-    entries_.erase(std::remove_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.path == path; }),
-                   entries_.end());
+    entries_.erase(
+        std::remove_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.path == path; }),
+        entries_.end());
     if (entries_.size() == kEntries) entries_.erase(entries_.begin());
     entries_.push_back(Entry{path, st, std::move(names)});
   }

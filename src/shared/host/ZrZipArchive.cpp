@@ -84,7 +84,8 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(pa
   // opened several times a load).
   struct stat st;
   const bool present = ::stat(path.c_str(), &st) == 0;
-  if (present && S_ISDIR(st.st_mode)) throw HEXUserException("cannot open archive '" + path + "': it is a directory");
+  if (present && S_ISDIR(st.st_mode))
+    throw HEXUserException("cannot open archive '" + path + "': it is a directory");
   if (mode == OpenMode::kRead && !present) throw HEXFileNotFoundException(path);
   // A pipe or a device would block or never end: only plain files are archives.
   if (present && !S_ISREG(st.st_mode))

@@ -2,9 +2,9 @@
 
 #include <fstream>
 
+#include "host/HEXAll.h"
 #include "xml/XmlRecordIO.h"
 #include "xml/ZrXml.h"
-#include "host/HEXAll.h"
 
 ZR_XML_DECLARE_SCHEMA(emulation)
 

@@ -12,6 +12,7 @@
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
+#include "json/JsonDocument.h"
 #include "platform/HPLBoard.h"
 #include "platform/HPLCore.h"
 #include "platform/HPLDevice.h"
@@ -37,8 +38,6 @@
 #include "platform/HTEQSystemClock.h"
 #include "platform/HTEQTilHardware.h"
 #include "platform/HTEQTilPartition.h"
-#include "json/JsonDocument.h"
-
 
 using Tree = boost::property_tree::ptree;
 using Node = zr_json::JsonNode;
@@ -281,13 +280,16 @@ void HTEQCfaJsonReader::parseRoot_(const Node& root) {
   p.setUsesPR(flag(root, "usesPR"));
   p.setExpandable(has(root, "expandablePlatform") ? flag(root, "expandablePlatform") : true);
   parseDesignIntent_(items(root, "designIntent"), root);
-  for (const Node& item : items(root, "zuncCompileXPSwitches").children()) p.addZuncCompileXpSwitch(std::string(item.data));
-  for (const Node& item : items(root, "zuncLinkXPSwitches").children()) p.addZuncLinkXpSwitch(std::string(item.data));
+  for (const Node& item : items(root, "zuncCompileXPSwitches").children())
+    p.addZuncCompileXpSwitch(std::string(item.data));
+  for (const Node& item : items(root, "zuncLinkXPSwitches").children())
+    p.addZuncLinkXpSwitch(std::string(item.data));
   for (const Node& item : items(root, "designIpInstances").children()) {
     HTEQDesignIPInstance* ip = p.addDesignIPInstance();
     ip->setVLNV(text(item, "vlnv"));
     ip->setInstanceName(text(item, "instance"));
-    for (const Node& param : items(item, "configuration").children()) ip->addConfigParam(std::string(param.key), std::string(param.data));
+    for (const Node& param : items(item, "configuration").children())
+      ip->addConfigParam(std::string(param.key), std::string(param.data));
   }
   if (has(root, "flash")) {
     const Node& flash = items(root, "flash");
@@ -346,10 +348,14 @@ void HTEQCfaJsonReader::parseRoot_(const Node& root) {
   for (const Node& item : items(root, "resources").children()) {
     const std::string type = text(item, "type");
     const int count = static_cast<int>(num(item, "count"));
-    if (HSTStringUtils::iequals(type, "BRAM")) p.setBRAMCount(count);
-    else if (HSTStringUtils::iequals(type, "DSP")) p.setDSPCount(count);
-    else if (HSTStringUtils::iequals(type, "LUT")) p.setLUTCount(count);
-    else if (HSTStringUtils::iequals(type, "FF")) p.setFFCount(count);
+    if (HSTStringUtils::iequals(type, "BRAM"))
+      p.setBRAMCount(count);
+    else if (HSTStringUtils::iequals(type, "DSP"))
+      p.setDSPCount(count);
+    else if (HSTStringUtils::iequals(type, "LUT"))
+      p.setLUTCount(count);
+    else if (HSTStringUtils::iequals(type, "FF"))
+      p.setFFCount(count);
   }
   if (has(root, "board")) parseBoard_(items(root, "board"));
   parseDevices_(items(root, "devices"));
@@ -439,7 +445,8 @@ void HTEQCfaJsonReader::parseDevices_(const Node& devices) {
     // Every device has a core; a document without one is malformed.
     const Node* coreNode = d.child("core");
     if (coreNode == nullptr)
-      throw boost::property_tree::ptree_bad_path("No such node", boost::property_tree::ptree::path_type("core"));
+      throw boost::property_tree::ptree_bad_path("No such node",
+                                                 boost::property_tree::ptree::path_type("core"));
     const Node& c = *coreNode;
     HPLCore& core = device->getCore();
     core.setName(text(c, "name"));
@@ -516,10 +523,10 @@ void HTEQCfaJsonReader::parseFeatureRoms_(const Node& roms) {
     rom->setUUID(text(r, "uuid"));
     static const char* const kCdma[] = {"cdmaBaseAddress0", "cdmaBaseAddress1", "cdmaBaseAddress2",
                                         "cdmaBaseAddress3"};
-    for (unsigned i = 0; i < 4; ++i) rom->setCDMABaseAddress(i, static_cast<uint32_t>(anyBase(text(r, kCdma[i]))));
+    for (unsigned i = 0; i < 4; ++i)
+      rom->setCDMABaseAddress(i, static_cast<uint32_t>(anyBase(text(r, kCdma[i]))));
     if (has(r, "maxTempLimit")) rom->setMaxTempLimit(static_cast<uint8_t>(intOr(r, "maxTempLimit", 0)));
-    if (has(r, "maxPowerLimit"))
-      rom->setMaxPowerLimit(static_cast<uint8_t>(intOr(r, "maxPowerLimit", 0)));
+    if (has(r, "maxPowerLimit")) rom->setMaxPowerLimit(static_cast<uint8_t>(intOr(r, "maxPowerLimit", 0)));
   }
 }
 

@@ -3,9 +3,9 @@
 #include <fstream>
 #include <ostream>
 
+#include "host/HEXAll.h"
 #include "xml/XmlRecordIO.h"
 #include "xml/ZrXml.h"
-#include "host/HEXAll.h"
 
 ZR_XML_DECLARE_SCHEMA(cfa)
 

@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <limits>
 
-#include "xml/XmlRecordIO.h"
-#include "xml/ZrXml.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
+#include "xml/XmlRecordIO.h"
+#include "xml/ZrXml.h"
 
 ZR_XML_DECLARE_SCHEMA(hpfm)
 

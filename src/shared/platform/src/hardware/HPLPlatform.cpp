@@ -5,14 +5,15 @@
 #include <cstdlib>
 #include <memory>
 
-#include "json/JsonText.h"
-#include "json/JsonTextWriter.h"
 #include "hardware/HPLMemSizeParser.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
+#include "host/HUTZip.h"
+#include "json/JsonText.h"
+#include "json/JsonTextWriter.h"
 #include "platform/HPLDevice.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLInterface.h"
@@ -20,8 +21,6 @@
 #include "platform/HTEQJSONUtils.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
-
-#include "host/HUTZip.h"
 
 namespace {
 

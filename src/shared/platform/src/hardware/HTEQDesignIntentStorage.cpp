@@ -4,11 +4,16 @@
 
 int HTEQDesignIntentStorage::slotOf(int key) {
   switch (key) {
-    case dataCenter: return kDataCenter;
-    case embedded: return kEmbedded;
-    case externalHost: return kExternalHost;
-    case serverManaged: return kServerManaged;
-    default: return -1;
+    case dataCenter:
+      return kDataCenter;
+    case embedded:
+      return kEmbedded;
+    case externalHost:
+      return kExternalHost;
+    case serverManaged:
+      return kServerManaged;
+    default:
+      return -1;
   }
 }
 

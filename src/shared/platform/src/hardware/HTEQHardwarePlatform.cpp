@@ -3,25 +3,24 @@
 #include <algorithm>
 #include <set>
 
-#include "json/JsonTextWriter.h"
 #include "archives/PlatformArchiveAccess.h"
 #include "host/HEXAll.h"
 #include "host/HHSMHwManager.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
+#include "json/JsonTextWriter.h"
+#include "platform/HPLDevice.h"
 #include "platform/HTEQDesignIPInstance.h"
 #include "platform/HTEQHardwareBusInterface.h"
+#include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQHardwareIPParam.h"
 #include "platform/HTEQHardwareNocConnectivity.h"
+#include "platform/HTEQPlatform.h"
 #include "platform/HTEQReconfigPartition.h"
 #include "platform/HTEQSystemClock.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
-
-#include "platform/HPLDevice.h"
-#include "platform/HTEQHardwareFeatureRom.h"
-#include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
 
 namespace {

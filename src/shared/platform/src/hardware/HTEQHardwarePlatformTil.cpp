@@ -4,12 +4,12 @@
 #include <boost/property_tree/ptree.hpp>
 #include <fstream>
 
-#include "platform/HTEQTilPartitionsJsonReader.h"
 #include "archives/PlatformTilprjFileExtractor.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQJSONUtils.h"
+#include "platform/HTEQTilPartitionsJsonReader.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
@@ -119,4 +119,3 @@ std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
   const auto it = metaData.find("TIL_PL_INTF_ID_STR");
   return it == metaData.end() ? std::string() : it->second;
 }
-

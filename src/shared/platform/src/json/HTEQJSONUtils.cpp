@@ -26,7 +26,9 @@ long decimalOr(const Tree& tree, const std::string& key, long fallback, bool& fo
 
 }  // namespace
 
-bool HTEQJSONUtils::findKey(const Tree& tree, const std::string& key) { return childAt(tree, key) != nullptr; }
+bool HTEQJSONUtils::findKey(const Tree& tree, const std::string& key) {
+  return childAt(tree, key) != nullptr;
+}
 bool HTEQJSONUtils::hasKey(const Tree& tree, const std::string& key) { return findKey(tree, key); }
 
 std::string HTEQJSONUtils::getValue(const Tree& tree, const std::string& key) {
@@ -34,7 +36,9 @@ std::string HTEQJSONUtils::getValue(const Tree& tree, const std::string& key) {
   return child ? child->data() : std::string();
 }
 
-std::string HTEQJSONUtils::getStringValue(const Tree& tree, const std::string& key) { return getValue(tree, key); }
+std::string HTEQJSONUtils::getStringValue(const Tree& tree, const std::string& key) {
+  return getValue(tree, key);
+}
 
 bool HTEQJSONUtils::getBoolValue(const Tree& tree, const std::string& key) {
   return HSTStringUtils::iequals(getValue(tree, key), "true");
@@ -46,7 +50,8 @@ int HTEQJSONUtils::getIntValue(const Tree& tree, const std::string& key, int fal
   return found ? static_cast<int>(v) : fallback;
 }
 
-unsigned int HTEQJSONUtils::getUnsignedIntValue(const Tree& tree, const std::string& key, unsigned int fallback) {
+unsigned int HTEQJSONUtils::getUnsignedIntValue(const Tree& tree, const std::string& key,
+                                                unsigned int fallback) {
   bool found;
   const long v = decimalOr(tree, key, 0, found);
   return found ? static_cast<unsigned int>(v) : fallback;
@@ -64,7 +69,9 @@ unsigned long HTEQJSONUtils::getUnsignedLongValue(const Tree& tree, const std::s
   return found ? static_cast<unsigned long>(v) : fallback;
 }
 
-bool HTEQJSONUtils::findKey(const OptTree& tree, const std::string& key) { return tree && findKey(*tree, key); }
+bool HTEQJSONUtils::findKey(const OptTree& tree, const std::string& key) {
+  return tree && findKey(*tree, key);
+}
 bool HTEQJSONUtils::hasKey(const OptTree& tree, const std::string& key) { return tree && hasKey(*tree, key); }
 std::string HTEQJSONUtils::getValue(const OptTree& tree, const std::string& key) {
   return tree ? getValue(*tree, key) : std::string();
@@ -94,7 +101,8 @@ void HTEQJSONUtils::readJSON(std::istream& in, Tree& tree, const std::string& na
   readJSON(zr_json::readText(in, name), tree, name, maxDepth);
 }
 
-void HTEQJSONUtils::readJSON(const std::string& text, Tree& tree, const std::string& name, unsigned maxDepth) {
+void HTEQJSONUtils::readJSON(const std::string& text, Tree& tree, const std::string& name,
+                             unsigned maxDepth) {
   // The flat document parses without recursing past the depth limit and
   // without an allocation per node; the tree is built from it in one pass.
   zr_json::Document doc;

@@ -1,7 +1,7 @@
 #include "json/JsonDocument.h"
 
-#include <boost/property_tree/json_parser.hpp>
 #include <algorithm>
+#include <boost/property_tree/json_parser.hpp>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -181,16 +181,34 @@ class Document::Parser {
     if (p_ == end_) return false;
     const char c = *p_++;
     switch (c) {
-      case '"': *dst++ = '"'; return true;
-      case '\\': *dst++ = '\\'; return true;
-      case '/': *dst++ = '/'; return true;
-      case 'b': *dst++ = '\b'; return true;
-      case 'f': *dst++ = '\f'; return true;
-      case 'n': *dst++ = '\n'; return true;
-      case 'r': *dst++ = '\r'; return true;
-      case 't': *dst++ = '\t'; return true;
-      case 'u': break;
-      default: return false;
+      case '"':
+        *dst++ = '"';
+        return true;
+      case '\\':
+        *dst++ = '\\';
+        return true;
+      case '/':
+        *dst++ = '/';
+        return true;
+      case 'b':
+        *dst++ = '\b';
+        return true;
+      case 'f':
+        *dst++ = '\f';
+        return true;
+      case 'n':
+        *dst++ = '\n';
+        return true;
+      case 'r':
+        *dst++ = '\r';
+        return true;
+      case 't':
+        *dst++ = '\t';
+        return true;
+      case 'u':
+        break;
+      default:
+        return false;
     }
     unsigned cp;
     if (!hexQuad(cp)) return false;
@@ -233,9 +251,9 @@ class Document::Parser {
       // can also flag bytes after a real match, never before one, so the
       // lowest flag (the first byte in memory) is exact.
       const std::uint64_t quote = w ^ (kOnes * '"'), backslash = w ^ (kOnes * '\\');
-      const std::uint64_t special = (((w - kOnes * 0x20) & ~w) | ((quote - kOnes) & ~quote) |
-                                     ((backslash - kOnes) & ~backslash) | w) &
-                                    kHigh;
+      const std::uint64_t special =
+          (((w - kOnes * 0x20) & ~w) | ((quote - kOnes) & ~quote) | ((backslash - kOnes) & ~backslash) | w) &
+          kHigh;
       if (special != 0) return p + (__builtin_ctzll(special) >> 3);
       p += 8;
     }
@@ -434,8 +452,10 @@ void readDocument(const std::string& text, Document& doc, const std::string& nam
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     if (inString) {
-      if (c == '\\') ++i;
-      else if (c == '"') inString = false;
+      if (c == '\\')
+        ++i;
+      else if (c == '"')
+        inString = false;
       continue;
     }
     if (c == '"') {

@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <deque>
 #include <istream>
-#include <vector>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zr_json {
 

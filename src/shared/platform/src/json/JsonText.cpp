@@ -1,7 +1,7 @@
 #include "json/JsonText.h"
 
-#include <boost/property_tree/json_parser.hpp>
 #include <algorithm>
+#include <boost/property_tree/json_parser.hpp>
 #include <cstring>
 #include <ostream>
 #include <sstream>
@@ -18,15 +18,24 @@ bool plain(unsigned char c) { return c >= 0x20 && c != '"' && c != '/' && c != '
 // The second character of a two-character escape, or 0 for the "\u00XX" form.
 char shortEscape(unsigned char c) {
   switch (c) {
-    case '\b': return 'b';
-    case '\f': return 'f';
-    case '\n': return 'n';
-    case '\r': return 'r';
-    case '\t': return 't';
-    case '/': return '/';
-    case '"': return '"';
-    case '\\': return '\\';
-    default: return 0;
+    case '\b':
+      return 'b';
+    case '\f':
+      return 'f';
+    case '\n':
+      return 'n';
+    case '\r':
+      return 'r';
+    case '\t':
+      return 't';
+    case '/':
+      return '/';
+    case '"':
+      return '"';
+    case '\\':
+      return '\\';
+    default:
+      return 0;
   }
 }
 

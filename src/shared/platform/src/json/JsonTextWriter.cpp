@@ -1,8 +1,8 @@
 #include "json/JsonTextWriter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <boost/property_tree/ptree.hpp>
+#include <cstring>
 #include <typeinfo>
 
 #include "json/JsonText.h"

@@ -124,8 +124,12 @@ class TextListWriter : public TextPieces {
 inline JSONObjectWriter objectFor(const JSONObjectWriter&) { return JSONObjectWriter(); }
 inline JSONObjectWriter objectFor(const JSONListWriter&) { return JSONObjectWriter(); }
 inline JSONListWriter listFor(const JSONObjectWriter&) { return JSONListWriter(); }
-inline TextObjectWriter objectFor(const TextObjectWriter& parent) { return TextObjectWriter(parent.level() + 1); }
-inline TextObjectWriter objectFor(const TextListWriter& parent) { return TextObjectWriter(parent.level() + 1); }
+inline TextObjectWriter objectFor(const TextObjectWriter& parent) {
+  return TextObjectWriter(parent.level() + 1);
+}
+inline TextObjectWriter objectFor(const TextListWriter& parent) {
+  return TextObjectWriter(parent.level() + 1);
+}
 inline TextListWriter listFor(const TextObjectWriter& parent) { return TextListWriter(parent.level() + 1); }
 
 // The platform's JSON text exactly as writing its tree prints it, trailing

@@ -10,7 +10,8 @@ bool HTEQEnv::isRunningAsHollinUnitTest() {
 
 std::string HTEQEnv::getProductName() {
   static std::string name;
-  if (name.empty()) name = computeProductName(HUTEnv::instance().getJUNAppRoot(), isRunningAsHollinUnitTest());
+  if (name.empty())
+    name = computeProductName(HUTEnv::instance().getJUNAppRoot(), isRunningAsHollinUnitTest());
   return name;
 }
 

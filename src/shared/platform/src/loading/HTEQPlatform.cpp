@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "json/JsonTextWriter.h"
 #include "host/HUTPathUtils.h"
+#include "json/JsonTextWriter.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQReconfigurablePartition.h"
@@ -101,15 +101,21 @@ bool HTEQPlatform::supportsHWEmulation() const {
   return hardwarePlatform_ && hardwarePlatform_->supportsHWEmulation();
 }
 
-bool HTEQPlatform::supportsTwoHwEmuBd() const { return hardwarePlatform_ && hardwarePlatform_->supportsTwoHwEmuBd(); }
+bool HTEQPlatform::supportsTwoHwEmuBd() const {
+  return hardwarePlatform_ && hardwarePlatform_->supportsTwoHwEmuBd();
+}
 
-bool HTEQPlatform::hasDimmConnectors() const { return hardwarePlatform_ && hardwarePlatform_->hasDimmConnectors(); }
+bool HTEQPlatform::hasDimmConnectors() const {
+  return hardwarePlatform_ && hardwarePlatform_->hasDimmConnectors();
+}
 
 void HTEQPlatform::getDimmConnectors(std::vector<std::string>& out) const {
   if (hardwarePlatform_) hardwarePlatform_->getDimmConnectors(out);
 }
 
-bool HTEQPlatform::isHWEmuPlatform() const { return hardwarePlatform_ && hardwarePlatform_->isHWEmuPlatform(); }
+bool HTEQPlatform::isHWEmuPlatform() const {
+  return hardwarePlatform_ && hardwarePlatform_->isHWEmuPlatform();
+}
 
 bool HTEQPlatform::hasSimContent() const {
   const auto* hw = hardwareForQueries_();
@@ -211,4 +217,3 @@ void HTEQPlatform::writeJSON_(Writer& writer) const {
 }
 
 template void HTEQPlatform::writeJSON_(teq_platform::TextObjectWriter&) const;
-

@@ -2,12 +2,12 @@
 
 #include <sstream>
 
-#include "loading/TEQPlatformLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTConsole.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
+#include "loading/TEQPlatformLMX.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQReconfigurablePartition.h"
 

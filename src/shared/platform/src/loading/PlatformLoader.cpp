@@ -71,7 +71,8 @@ void PlatformLoader::attachHardwarePlatform() {
   } else {
     file = platform.getHardwarePlatformFile();
   }
-  if (!HUTFile::exists(file)) throw PlatformParseException("hardware platform file '" + file + "' does not exist");
+  if (!HUTFile::exists(file))
+    throw PlatformParseException("hardware platform file '" + file + "' does not exist");
   if (!HTEQHardwarePlatform::isValidPlatformExt(HUTPathUtils::getExtension(file)))
     throw PlatformParseException("incorrect file extension - only CFA and LFA files are supported");
 

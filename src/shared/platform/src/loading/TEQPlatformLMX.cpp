@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "xml/ZrXml.h"
 #include "host/HSTStringUtils.h"
+#include "xml/ZrXml.h"
 
 ZR_XML_DECLARE_SCHEMA(zdf)
 
@@ -19,7 +19,8 @@ long integer(const std::string& text) { return std::strtol(HSTStringUtils::trim(
 AnonHardwarePlatform anonHardware(const zr_xml::Node& parent) {
   AnonHardwarePlatform a;
   a.hardwarePlatform = fileRef(parent.child("hardwarePlatform"));
-  if (const auto emu = parent.child("hwEmuPlatform")) a.hwEmuPlatform = std::make_unique<FileRef>(fileRef(emu));
+  if (const auto emu = parent.child("hwEmuPlatform"))
+    a.hwEmuPlatform = std::make_unique<FileRef>(fileRef(emu));
   return a;
 }
 

@@ -1,6 +1,5 @@
 #include "platform/HTEQSoftwarePlatformXMLReader.h"
 
-#include "software/TEQSoftwarePlatformLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
@@ -11,6 +10,7 @@
 #include "platform/HTEQProcessorGroup.h"
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSystemConfig.h"
+#include "software/TEQSoftwarePlatformLMX.h"
 
 namespace {
 

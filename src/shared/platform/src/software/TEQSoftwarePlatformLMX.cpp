@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "xml/ZrXml.h"
 #include "host/HI18N.h"
 #include "host/HSTStringUtils.h"
+#include "xml/ZrXml.h"
 
 ZR_XML_DECLARE_SCHEMA(spfm)
 

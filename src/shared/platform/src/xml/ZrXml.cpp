@@ -1,11 +1,10 @@
 #include "xml/ZrXml.h"
 
+#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 #include <libxml/xmlschemas.h>
-
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -60,7 +59,8 @@ class Schema {
     schema_ = xmlSchemaParse(pctxt);
     xmlSchemaFreeParserCtxt(pctxt);
     if (schema_ == nullptr)
-      throw HXMLException(std::string("internal schema '") + key + "' is invalid: " + errors.text, errors.line);
+      throw HXMLException(std::string("internal schema '") + key + "' is invalid: " + errors.text,
+                          errors.line);
   }
   ~Schema() { xmlSchemaFree(schema_); }
 
@@ -94,7 +94,9 @@ namespace {
 
 xmlNodePtr X(void* raw) { return static_cast<xmlNodePtr>(raw); }
 
-std::string str(const xmlChar* s) { return s ? std::string(reinterpret_cast<const char*>(s)) : std::string(); }
+std::string str(const xmlChar* s) {
+  return s ? std::string(reinterpret_cast<const char*>(s)) : std::string();
+}
 
 constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES;
 
@@ -142,9 +144,9 @@ std::shared_ptr<void> readDoc(const std::string& name, const std::string* data) 
   xmlParserCtxtPtr ctxt = xmlNewParserCtxt();
   if (ctxt == nullptr) throw HXMLException(name + ": out of memory", 0);
   ErrorSink errors;
-  xmlDocPtr doc =
-      data ? xmlCtxtReadMemory(ctxt, data->data(), static_cast<int>(data->size()), name.c_str(), nullptr, kParseOptions)
-           : xmlCtxtReadFile(ctxt, name.c_str(), nullptr, kParseOptions);
+  xmlDocPtr doc = data ? xmlCtxtReadMemory(ctxt, data->data(), static_cast<int>(data->size()), name.c_str(),
+                                           nullptr, kParseOptions)
+                       : xmlCtxtReadFile(ctxt, name.c_str(), nullptr, kParseOptions);
   if (doc == nullptr || !ctxt->wellFormed) {
     xmlErrorPtr err = xmlCtxtGetLastError(ctxt);
     if (err && err->message) {
@@ -160,7 +162,8 @@ std::shared_ptr<void> readDoc(const std::string& name, const std::string* data) 
   xmlFreeParserCtxt(ctxt);
   std::shared_ptr<void> owned(doc, [](void* d) { xmlFreeDoc(static_cast<xmlDocPtr>(d)); });
   checkNoEntities(doc, name);
-  if (xmlDocGetRootElement(doc) == nullptr) throw HXMLException(name + ": the document has no root element", 0);
+  if (xmlDocGetRootElement(doc) == nullptr)
+    throw HXMLException(name + ": the document has no root element", 0);
   return owned;
 }
 

@@ -26,14 +26,13 @@ class Schema;
 const Schema& schemaFor(const char* key, const char* xsdText, std::size_t size);
 
 // Declares the embedded XSD "schemas/NAME.xsd" and yields its compiled schema.
-#define ZR_XML_SCHEMA(name)                                                 \
-  ([]() -> const ::zr_xml::Schema& {                                        \
-    return ::zr_xml::schemaFor(#name, ::zr_embedded::schema_##name,         \
-                               ::zr_embedded::schema_##name##_size);        \
+#define ZR_XML_SCHEMA(name)                                                                               \
+  ([]() -> const ::zr_xml::Schema& {                                                                      \
+    return ::zr_xml::schemaFor(#name, ::zr_embedded::schema_##name, ::zr_embedded::schema_##name##_size); \
   }())
-#define ZR_XML_DECLARE_SCHEMA(name)           \
-  namespace zr_embedded {                     \
-  extern const char schema_##name[];          \
+#define ZR_XML_DECLARE_SCHEMA(name)              \
+  namespace zr_embedded {                        \
+  extern const char schema_##name[];             \
   extern const std::size_t schema_##name##_size; \
   }
 
