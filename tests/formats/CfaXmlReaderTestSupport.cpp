@@ -118,13 +118,6 @@ CfaDoc representativeDoc() {
   return d;
 }
 
-std::string replaced(std::string doc, const std::string& from, const std::string& to) {
-  const auto at = doc.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  if (at != std::string::npos) doc.replace(at, from.size(), to);
-  return doc;
-}
-
 int lineOf(const std::string& doc, const std::string& needle) {
   const auto at = doc.find(needle);
   EXPECT_NE(at, std::string::npos) << needle;
@@ -148,12 +141,5 @@ bool readInto(const std::string& archive, HPLPlatform& platform, std::string* er
   if (error) *error = reader.getErrorMsg();
   return ok;
 }
-
-ScopedToolVersion::ScopedToolVersion(int major, int minor, const std::string& fullBuild) {
-  env_.setVersion(major, minor, fullBuild);
-  HUTEnv::setInstance(&env_);
-}
-
-ScopedToolVersion::~ScopedToolVersion() { HUTEnv::setInstance(nullptr); }
 
 }  // namespace cfa_test

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/HUTEnv.h"
+#include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
 
 class HPLPlatform;
@@ -37,8 +38,6 @@ struct CfaDoc {
 // tell the fields apart.
 CfaDoc representativeDoc();
 
-// `doc` with the first occurrence of `from` replaced; the piece must occur.
-std::string replaced(std::string doc, const std::string& from, const std::string& to);
 // The 1-based line on which `needle` first occurs in `doc`.
 int lineOf(const std::string& doc, const std::string& needle);
 
@@ -54,13 +53,13 @@ bool readInto(const std::string& archive, HPLPlatform& platform, std::string* er
 // Installs a tool environment with a known version for its lifetime.
 class ScopedToolVersion {
  public:
-  ScopedToolVersion(int major, int minor, const std::string& fullBuild);
-  ~ScopedToolVersion();
-  ScopedToolVersion(const ScopedToolVersion&) = delete;
-  ScopedToolVersion& operator=(const ScopedToolVersion&) = delete;
+  ScopedToolVersion(int major, int minor, const std::string& fullBuild) : guard_(&env_) {
+    env_.setVersion(major, minor, fullBuild);
+  }
 
  private:
   HUTEnv env_;
+  zr_test::ScopedInstance<HUTEnv> guard_;
 };
 
 }  // namespace cfa_test

@@ -8,7 +8,9 @@
 #include "formats/TEQCfaXmlLMX.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
+#include "support/TextPatch.h"
 
 using BasePlatform::Root;
 
@@ -34,13 +36,8 @@ const std::string kMinimal = R"(<?xml version="1.0"?>
 </Root>
 )";
 
-// kMinimal with one piece of text replaced; the piece must occur.
 std::string minimalWith(const std::string& from, const std::string& to) {
-  std::string doc = kMinimal;
-  const auto at = doc.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  if (at != std::string::npos) doc.replace(at, from.size(), to);
-  return doc;
+  return zr_test::patched(kMinimal, from, to);
 }
 
 // A document that uses every element and attribute of the format.
@@ -123,98 +120,40 @@ std::string marshal(const Root& root) {
 
 std::string narrow(const std::wstring& s) { return HI18N::convert(s); }
 
-// Parses a document that must fail; checks the line and a piece of the text.
-void expectFailure(const std::string& doc, int line, const std::string& fragment) {
-  Root root;
-  try {
-    root.Unmarshal(doc.data(), doc.size());
-    ADD_FAILURE() << "document was accepted";
-  } catch (const HXMLException& e) {
-    EXPECT_EQ(e.getLineNumber(), line) << e.getText();
-    EXPECT_NE(e.getText().find(fragment), std::string::npos) << e.getText();
-  }
-}
-
-// Writing must fail with a text naming the gap.
-void expectWriteFailure(const Root& root, const std::string& fragment) {
-  try {
-    marshal(root);
-    ADD_FAILURE() << "record was written";
-  } catch (const HXMLException& e) {
-    EXPECT_NE(e.getText().find(fragment), std::string::npos) << e.getText();
-  }
-}
-
 }  // namespace
 
-TEST(CfaXmlRead, FullDocumentFillsEveryKindOfField) {
+TEST(CfaXmlRead, ValuesKeepTheirTypesAndAbsentPartsStayUnset) {
   const Root root = parse(kFull);
-  EXPECT_EQ(root.GetVersionMajor(), 1u);
-  EXPECT_EQ(root.GetGenAppInfo().GetCL(), 18446744073709551615ull);
   const auto& cfa = root.GetCFA();
+  // Blanks around a number are allowed; the widest numbers keep every bit.
+  EXPECT_EQ(root.GetGenAppInfo().GetCL(), 18446744073709551615ull);
   EXPECT_EQ(narrow(cfa.GetDescription()), "d & e");
-  EXPECT_EQ(cfa.GetVersionMajor(), 3u);
-  EXPECT_EQ(cfa.GetFeatureRomTimestamp(), 42u);
   EXPECT_EQ(narrow(cfa.GetDcpLogicFunctionStripped()), "TRUE");
+  // An empty attribute is set, unlike an absent one.
   EXPECT_TRUE(cfa.GetBuild().IssetStaticSynthCheckpoint());
-  EXPECT_EQ(cfa.GetBuild().GetStaticSynthCheckpoint(), L"");
-  EXPECT_TRUE(cfa.GetBuild().IssetZuncCompileSwitches());
-  ASSERT_EQ(cfa.GetBuild().GetZuncLinkSwitches().SizeZuncLinkSwitch(), 2u);
   EXPECT_EQ(narrow(cfa.GetBuild().GetZuncLinkSwitches().GetZuncLinkSwitch(1).GetValue()), "--y");
-  EXPECT_EQ(narrow(cfa.GetDesignIPs().GetIP(0).GetConfiguration().GetParameter(0).GetName()), "P");
-  EXPECT_FALSE(cfa.GetDesignIPs().GetIP(1).IssetConfiguration());
-
-  const auto& board = cfa.GetBoard();
-  EXPECT_EQ(narrow(board.GetInterfaces().GetInterface().GetType()), "gen3x16");
-  const auto& ddr = board.GetMemories().GetMemory(0);
-  EXPECT_EQ(ddr.GetLowestAddress(), INT64_MIN);
-  EXPECT_EQ(ddr.GetHighestAddress(), INT64_MAX);
-  EXPECT_EQ(narrow(ddr.GetConfig().GetParam(0).GetValue()), "2");
-  EXPECT_FALSE(board.GetMemories().GetMemory(1).IssetLowestAddress());
-  EXPECT_EQ(board.GetImages().SizeImg(), 2u);
-  EXPECT_EQ(narrow(board.GetDrivers().GetDriver(0).GetFile()), "drv.ko");
-  EXPECT_EQ(narrow(board.GetPCIeId().GetFeatureId()), "0x1");
-
-  ASSERT_EQ(cfa.GetDevices().SizeDevice(), 2u);
-  const auto& core = cfa.GetDevices().GetDevice(0).GetCore();
-  EXPECT_EQ(core.GetComputeUnits(), 255);
-  ASSERT_TRUE(core.IssetCore());
-  const auto& inner = core.GetCore();
-  EXPECT_EQ(narrow(inner.GetConfig().GetParam(0).GetName()), "k");
-  ASSERT_EQ(inner.SizePort(), 2u);
-  EXPECT_EQ(narrow(inner.GetPort(0).GetPolarity()), "high");
+  const auto& memories = cfa.GetBoard().GetMemories();
+  EXPECT_EQ(memories.GetMemory(0).GetLowestAddress(), INT64_MIN);
+  EXPECT_EQ(memories.GetMemory(0).GetHighestAddress(), INT64_MAX);
+  EXPECT_FALSE(memories.GetMemory(1).IssetLowestAddress());
+  const auto& inner = cfa.GetDevices().GetDevice(0).GetCore().GetCore();
   EXPECT_EQ(narrow(inner.GetPort(0).GetAddressSegments().GetAddressSegment(0).GetSlave()), "mem");
   EXPECT_FALSE(inner.GetPort(1).IssetMode());
-  EXPECT_EQ(narrow(inner.GetAvailableResources().GetPBlock(0).GetResource(0).GetVal()), "10");
-  EXPECT_FALSE(inner.GetAvailableResources().GetPBlock(1).IssetValidSLRs());
   EXPECT_FALSE(cfa.GetDevices().GetDevice(1).GetCore().IssetCore());
+  EXPECT_EQ(cfa.GetFeatureRom().GetDRBaseAddress(), 18446744073709551615ull);
+  EXPECT_TRUE(cfa.GetFeatureRom().IssetCDMABaseAddress1());
+  EXPECT_EQ(cfa.GetFeatureRom().GetCDMABaseAddress3(), 4294967295u);
 
-  EXPECT_EQ(narrow(cfa.GetFiles().GetFile(0).GetProcessingOrder()), "early");
-  const auto& rom = cfa.GetFeatureRom();
-  EXPECT_EQ(rom.GetMorwenBuildID(), 4294967295u);
-  EXPECT_EQ(rom.GetDRBaseAddress(), 18446744073709551615ull);
-  EXPECT_TRUE(rom.IssetCDMABaseAddress1());
-  EXPECT_EQ(rom.GetCDMABaseAddress3(), 4294967295u);
-  EXPECT_EQ(rom.GetMaxPowerLimit(), 75u);
-}
-
-TEST(CfaXmlRead, OptionalPartsAbsentStayUnsetAndRootKeepsItsDefaults) {
-  const Root root = parse(kMinimal);
-  EXPECT_FALSE(root.IssetGenAppInfo());
-  const auto& cfa = root.GetCFA();
-  EXPECT_FALSE(cfa.IssetHost());
-  EXPECT_FALSE(cfa.IssetFeatureRomTimestamp());
-  EXPECT_EQ(cfa.GetFeatureRomTimestamp(), 0u);
-  EXPECT_FALSE(cfa.GetBuild().IssetPlatformState());
-  EXPECT_FALSE(cfa.IssetFeatureRom());
-
+  const Root minimal = parse(kMinimal);
+  EXPECT_FALSE(minimal.IssetGenAppInfo());
+  EXPECT_FALSE(minimal.GetCFA().IssetFeatureRomTimestamp());
+  EXPECT_EQ(minimal.GetCFA().GetFeatureRomTimestamp(), 0u);
+  EXPECT_FALSE(minimal.GetCFA().IssetFeatureRom());
+  // An unset attribute answers its default.
   Root fresh;
-  EXPECT_EQ(fresh.GetVersionMajor(), 1u);
-  EXPECT_EQ(fresh.GetVersionMinor(), 15u);
-  EXPECT_FALSE(fresh.IssetVersionMajor());
   EXPECT_FALSE(fresh.IssetVersionMinor());
+  EXPECT_EQ(fresh.GetVersionMinor(), 15u);
   fresh.SetVersionMajor(9);
-  EXPECT_TRUE(fresh.IssetVersionMajor());
   fresh.UnsetVersionMajor();
   EXPECT_EQ(fresh.GetVersionMajor(), 1u);
   fresh.SetVersionMinor(2);
@@ -222,139 +161,96 @@ TEST(CfaXmlRead, OptionalPartsAbsentStayUnsetAndRootKeepsItsDefaults) {
   EXPECT_EQ(fresh, Root());
 }
 
-// One test per kind of violation, each a table of documents that must fail at
-// the given line with a text that holds the given piece.
-struct Violation {
-  std::string doc;
-  int line;
-  std::string fragment;
-};
-struct ViolationKind {
-  const char* name;
-  std::vector<Violation> cases;
-};
-
-class CfaXmlViolation : public ::testing::TestWithParam<ViolationKind> {};
-
-TEST_P(CfaXmlViolation, FailsAtItsLine) {
-  for (const Violation& v : GetParam().cases) expectFailure(v.doc, v.line, v.fragment);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    EveryKind, CfaXmlViolation,
-    ::testing::Values(
-        ViolationKind{
-            "WrongRoot",
-            {{"<?xml version=\"1.0\"?>\n<CFA Vendor=\"v\"/>", 2, "'CFA'"},
-             {"<Root xmlns=\"urn:x\" VersionMajor=\"1\" VersionMinor=\"1\"/>", 1, "'{urn:x}Root'"}}},
-        // The failure names the element that lacks the attribute.
-        ViolationKind{"MissingAttribute",
-                      {{minimalWith(" ComputeUnits=\"1\"", ""), 10, "'Core'"},
-                       {minimalWith(" VersionMinor=\"15\"", ""), 2, "VersionMinor"},
-                       {minimalWith("<Build/>", "<Host/><Build/>"), 4, "'Host'"}}},
-        // The next child is another element, or the parent ends.
-        ViolationKind{"MissingChild",
-                      {{minimalWith("      <Images/>\n", "\n"), 5, "Images"},
-                       {minimalWith("    <Files/>\n", "\n"), 3, "Files"},
-                       {minimalWith("<Build/>", "<Host Architecture=\"a\"/>"), 5, "Build"}}},
-        ViolationKind{"NotAnInteger",
-                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"1.0\""), 10, "ComputeUnits"},
-                       {minimalWith("VersionMajor=\"1\"", "VersionMajor=\"one\""), 2, "VersionMajor"},
-                       {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"\""), 10, "ComputeUnits"}}},
-        ViolationKind{"BelowMinimum",
-                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"-1\""), 10, "minimum"}}},
-        ViolationKind{"AboveMaximum",
-                      {{minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"256\""), 10, "maximum"}}},
-        // Known elements out of their order are unknown at that place.
-        ViolationKind{
-            "UnknownElement",
-            {{minimalWith("    <Files/>\n", "    <Files/>\n    <Extra/>\n"), 14, "Extra"},
-             {minimalWith("    <Build/>\n", "    <Build/>\n    <Host Architecture=\"a\"/>\n"), 5, "Host"}}},
-        // Names are case-sensitive.
-        ViolationKind{"UnknownAttribute",
-                      {{minimalWith("<Build/>", "<Build Colour=\"red\"/>"), 4, "Colour"},
-                       {minimalWith("<Build/>", "<Build usesPR=\"true\"/>"), 4, "usesPR"}}}),
-    [](const ::testing::TestParamInfo<ViolationKind>& kind) { return std::string(kind.param.name); });
-
-TEST(CfaXmlRead, TextContentAndMalformedInputFail) {
-  expectFailure(minimalWith("<Files/>", "<Files>text</Files>"), 13, "Files");
-  expectFailure(minimalWith("    </Devices>\n", ""), 15, "");
+// Each rule of the format fails the document at the line that breaks it, with
+// a text that names the offending piece.
+TEST(CfaXmlRead, EveryRuleOfTheFormatFailsAtItsLine) {
+  const auto withAddress = [](const std::string& value) {
+    return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" +
+                                        value + "\"/></Memories><Images/>");
+  };
+  struct Case {
+    std::string doc;
+    int line;
+    const char* fragment;
+  };
+  const Case cases[] = {
+      {"<?xml version=\"1.0\"?>\n<CFA Vendor=\"v\"/>", 2, "'CFA'"},
+      {"<Root xmlns=\"urn:x\" VersionMajor=\"1\" VersionMinor=\"1\"/>", 1, "'{urn:x}Root'"},
+      // A missing attribute is named at the element that lacks it.
+      {minimalWith(" ComputeUnits=\"1\"", ""), 10, "'Core'"},
+      {minimalWith(" VersionMinor=\"15\"", ""), 2, "VersionMinor"},
+      {minimalWith("<Build/>", "<Host/><Build/>"), 4, "'Host'"},
+      {minimalWith("<Images/>",
+                   "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\"/></Drivers>"),
+       6, "File"},
+      {minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
+                   "<Root VersionMajor=\"1\" VersionMinor=\"15\"><GenAppInfo Name=\"n\" Version=\"v\"/>"),
+       2, "CL"},
+      // A missing child: the next child is another element, or the parent ends.
+      {minimalWith("      <Images/>\n", "\n"), 5, "Images"},
+      {minimalWith("    <Files/>\n", "\n"), 3, "Files"},
+      {minimalWith("<Build/>", "<Host Architecture=\"a\"/>"), 5, "Build"},
+      {minimalWith("    <Devices>\n      <Device Name=\"d\" Type=\"t\">\n"
+                   "        <Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>\n      </Device>\n",
+                   "    <Devices>\n"),
+       8, "Device"},
+      // Interfaces holds at most one Interface.
+      {minimalWith("<Images/>",
+                   "<Interfaces><Interface Id=\"i\" Name=\"n\" Type=\"t\"/>\n"
+                   "<Interface Id=\"j\" Name=\"m\" Type=\"u\"/></Interfaces><Images/>"),
+       7, "Interface"},
+      {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"1.0\""), 10, "ComputeUnits"},
+      {minimalWith("VersionMajor=\"1\"", "VersionMajor=\"one\""), 2, "VersionMajor"},
+      {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"\""), 10, "ComputeUnits"},
+      {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"-1\""), 10, "minimum"},
+      {minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\"256\""), 10, "maximum"},
+      {withAddress("-9223372036854775809"), 6, "minimum"},
+      {withAddress("9223372036854775808"), 6, "maximum"},
+      // Known elements out of their order are unknown at that place; names are case-sensitive.
+      {minimalWith("    <Files/>\n", "    <Files/>\n    <Extra/>\n"), 14, "Extra"},
+      {minimalWith("    <Build/>\n", "    <Build/>\n    <Host Architecture=\"a\"/>\n"), 5, "Host"},
+      {minimalWith("<Build/>", "<Build Colour=\"red\"/>"), 4, "Colour"},
+      {minimalWith("<Build/>", "<Build usesPR=\"true\"/>"), 4, "usesPR"},
+      {minimalWith("<Files/>", "<Files>text</Files>"), 13, "Files"},
+      {minimalWith("    </Devices>\n", ""), 15, ""},
+  };
+  for (const Case& c : cases) {
+    Root root;
+    try {
+      root.Unmarshal(c.doc.data(), c.doc.size());
+      ADD_FAILURE() << "accepted:\n" << c.doc;
+    } catch (const HXMLException& e) {
+      EXPECT_EQ(e.getLineNumber(), c.line) << e.getText();
+      EXPECT_NE(e.getText().find(c.fragment), std::string::npos) << e.getText();
+    }
+  }
   Root root;
   EXPECT_THROW(root.Unmarshal("", 0), HXMLException);
-  EXPECT_THROW(root.Unmarshal(nullptr, 0), HXMLException);
   EXPECT_THROW(root.Unmarshal(nullptr, 5), HXMLException);
-  const std::string binary("\0\xff\xfe<Root", 8);
-  EXPECT_THROW(root.Unmarshal(binary.data(), binary.size()), HXMLException);
 }
 
-TEST(CfaXmlCardinality, EmptyListsAndTheRequiredImages) {
-  expectFailure(minimalWith("    <Devices>\n      <Device Name=\"d\" Type=\"t\">\n"
-                            "        <Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>\n      </Device>\n",
-                            "    <Devices>\n"),
-                8, "Device");
-  const Root root = parse(minimalWith("<Build/>\n",
-                                      "<Build><ZuncCompileSwitches/><ZuncLinkSwitches/></Build>"
-                                      "<DesignIPs/>\n"));
-  EXPECT_TRUE(root.GetCFA().IssetDesignIPs());
-  EXPECT_EQ(root.GetCFA().GetDesignIPs().SizeIP(), 0u);
-  EXPECT_NO_THROW(parse(minimalWith("<Images/>", "<Memories/><Connectors/><Images/><Drivers/>")));
-  EXPECT_NO_THROW(parse(minimalWith(
-      "<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>",
-      "<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"><Core><Port Name=\"p\" Type=\"t\"><AddressSegments/>"
-      "</Port><AvailableResources LUT=\"\" REG=\"\" BRAM=\"\" DSP=\"\"><PBlock "
-      "Name=\"x\"/></AvailableResources>"
-      "</Core></Core>")));
-  EXPECT_NO_THROW(
-      parse(minimalWith("<Device Name=\"d\" Type=\"t\">", "<Device Name=\"d\" Type=\"t\"><SystemClocks/>")));
-}
-
-TEST(CfaXmlCardinality, InterfacesHoldsAtMostOneAndWritingNeedsIt) {
-  const std::string one = "<Interfaces><Interface Id=\"i\" Name=\"n\" Type=\"t\"/></Interfaces><Images/>";
-  const std::string two =
-      "<Interfaces><Interface Id=\"i\" Name=\"n\" Type=\"t\"/>\n<Interface Id=\"j\" Name=\"m\" Type=\"u\"/>"
-      "</Interfaces><Images/>";
-  EXPECT_NO_THROW(parse(minimalWith("<Images/>", one)));
-  expectFailure(minimalWith("<Images/>", two), 7, "Interface");
-
-  Root none = parse(minimalWith("<Images/>", "<Interfaces/><Images/>"));
-  EXPECT_TRUE(none.GetCFA().GetBoard().IssetInterfaces());
-  EXPECT_FALSE(none.GetCFA().GetBoard().GetInterfaces().IssetInterface());
-  expectWriteFailure(none, "Root/CFA/Board/Interfaces' lacks its required child 'Interface'");
-}
-
-TEST(CfaXmlCardinality, OptionalAttributesTheFormatNames) {
-  const Root root = parse(
-      minimalWith("<Images/>",
-                  "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" File=\"f\"/></Drivers>"
-                  "<PCIeId Vendor=\"a\" Device=\"b\" Subsystem=\"c\"/>"));
-  EXPECT_FALSE(root.GetCFA().GetBoard().GetDrivers().GetDriver(0).IssetPlatform());
-  EXPECT_FALSE(root.GetCFA().GetBoard().GetPCIeId().IssetFeatureId());
-  expectFailure(minimalWith("<Images/>",
-                            "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" Platform=\"p\"/>"
-                            "</Drivers>"),
-                6, "File");
-
-  expectFailure(
-      minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
-                  "<Root VersionMajor=\"1\" VersionMinor=\"15\"><GenAppInfo Name=\"n\" Version=\"v\"/>"),
-      2, "CL");
-  const Root gen = parse(minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
-                                     "<Root VersionMajor=\"1\" VersionMinor=\"15\">"
-                                     "<GenAppInfo Name=\"n\" Version=\"v\" CL=\"5\" TimeStamp=\"\"/>"));
-  EXPECT_TRUE(gen.GetGenAppInfo().IssetTimeStamp());
-  EXPECT_EQ(gen.GetGenAppInfo().GetCL(), 5u);
-}
-
-TEST(CfaXmlNumeric, BoundsAreInclusiveAndBlanksAreAllowed) {
+TEST(CfaXmlRead, OptionalPartsEmptyListsAndNumericBoundsAreAccepted) {
   struct Case {
     const char* from;
-    const char* to;
+    std::string to;
     bool accepted;
   };
   const Case cases[] = {
+      {"<Build/>\n", "<Build><ZuncCompileSwitches/><ZuncLinkSwitches/></Build><DesignIPs/>\n", true},
+      {"<Images/>", "<Memories/><Connectors/><Images/><Drivers/>", true},
+      {"<Images/>", "<Interfaces><Interface Id=\"i\" Name=\"n\" Type=\"t\"/></Interfaces><Images/>", true},
+      {"<Images/>", "<Images/><Drivers><Driver Name=\"n\" Vendor=\"v\" Version=\"1\" File=\"f\"/></Drivers>",
+       true},
+      {"<Images/>", "<Images/><PCIeId Vendor=\"a\" Device=\"b\" Subsystem=\"c\"/>", true},
+      {"<Device Name=\"d\" Type=\"t\">", "<Device Name=\"d\" Type=\"t\"><SystemClocks/>", true},
+      {"<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"/>",
+       "<Core Name=\"c\" Type=\"t\" ComputeUnits=\"1\"><Core><Port Name=\"p\" Type=\"t\"><AddressSegments/>"
+       "</Port><AvailableResources LUT=\"\" REG=\"\" BRAM=\"\" DSP=\"\"><PBlock "
+       "Name=\"x\"/></AvailableResources>"
+       "</Core></Core>",
+       true},
       {"ComputeUnits=\"1\"", "ComputeUnits=\"255\"", true},
       {"ComputeUnits=\"1\"", "ComputeUnits=\"0\"", true},
-      {"ComputeUnits=\"1\"", "ComputeUnits=\" +7 \"", true},
       {"ComputeUnits=\"1\"", "ComputeUnits=\"-0\"", true},
       {"VersionMajor=\"1\"", "VersionMajor=\"4294967295\"", true},
       {"VersionMajor=\"1\"", "VersionMajor=\"4294967296\"", false},
@@ -366,21 +262,18 @@ TEST(CfaXmlNumeric, BoundsAreInclusiveAndBlanksAreAllowed) {
   for (const Case& c : cases) {
     const std::string doc = minimalWith(c.from, c.to);
     Root root;
-    if (c.accepted)
-      EXPECT_NO_THROW(root.Unmarshal(doc.data(), doc.size())) << c.to;
-    else
+    if (c.accepted) {
+      // What is read can be written back: the optional parts stay optional for the writer.
+      EXPECT_NO_THROW(root.Unmarshal(doc.data(), doc.size()); EXPECT_EQ(parse(marshal(root)), root)) << c.to;
+    } else
       EXPECT_THROW(root.Unmarshal(doc.data(), doc.size()), HXMLException) << c.to;
   }
   const Root padded = parse(minimalWith("ComputeUnits=\"1\"", "ComputeUnits=\" +7 \""));
   EXPECT_EQ(padded.GetCFA().GetDevices().GetDevice(0).GetCore().GetComputeUnits(), 7);
-  const auto withAddress = [&](const std::string& value) {
-    return minimalWith("<Images/>", "<Memories><Memory Name=\"m\" Type=\"t\" Size=\"1\" LowestAddress=\"" +
-                                        value + "\"/></Memories><Images/>");
-  };
-  const Root lowest = parse(withAddress("-9223372036854775808"));
-  EXPECT_EQ(lowest.GetCFA().GetBoard().GetMemories().GetMemory(0).GetLowestAddress(), INT64_MIN);
-  expectFailure(withAddress("-9223372036854775809"), 6, "minimum");
-  expectFailure(withAddress("9223372036854775808"), 6, "maximum");
+  const Root gen = parse(minimalWith("<Root VersionMajor=\"1\" VersionMinor=\"15\">",
+                                     "<Root VersionMajor=\"1\" VersionMinor=\"15\">"
+                                     "<GenAppInfo Name=\"n\" Version=\"v\" CL=\"5\" TimeStamp=\"\"/>"));
+  EXPECT_TRUE(gen.GetGenAppInfo().IssetTimeStamp());
 }
 
 TEST(CfaXmlRecord, CloneAndCopyAreDeepAndEqualityIsByValue) {
@@ -488,23 +381,33 @@ TEST(CfaXmlWrite, RoundTripKeepsEveryValue) {
 }
 
 TEST(CfaXmlWrite, OccurrenceRulesAreCheckedBeforeAnythingIsWritten) {
-  expectWriteFailure(Root(), "required attribute 'VersionMajor' of element 'Root'");
+  EXPECT_THROW_MSG(marshal(Root()), HXMLException, "required attribute 'VersionMajor' of element 'Root'");
+  struct Case {
+    void (*breakIt)(Root&);
+    const char* fragment;
+  };
+  const Case cases[] = {
+      {[](Root& r) { r.GetCFA().GetDevices().GetDevice(0).GetCore().UnsetComputeUnits(); },
+       "'ComputeUnits' of element 'Root/CFA/Devices/Device/Core'"},
+      {[](Root& r) { r.GetCFA().GetDevices().ClearDevice(); },
+       "'Root/CFA/Devices' needs at least one child 'Device'"},
+      {[](Root& r) { r.GetCFA().GetBoard().UnsetImages(); },
+       "'Root/CFA/Board' lacks its required child 'Images'"},
+      {[](Root& r) { r.GetCFA().GetBoard().GetInterfaces(); },
+       "Root/CFA/Board/Interfaces' lacks its required child 'Interface'"},
+      {[](Root& r) { r.GetCFA().SetName(std::wstring(L"bell\x07")); },
+       "'Name' of element 'Root/CFA' holds a character"},
+  };
+  for (const Case& c : cases) {
+    Root root = parse(kMinimal);
+    c.breakIt(root);
+    EXPECT_THROW_MSG(marshal(root), HXMLException, c.fragment);
+  }
+  // An empty Interfaces is read, though it cannot be written.
+  EXPECT_NO_THROW(parse(minimalWith("<Images/>", "<Interfaces/><Images/>")));
+
   Root root = parse(kMinimal);
-  root.GetCFA().GetDevices().GetDevice(0).GetCore().UnsetComputeUnits();
-  expectWriteFailure(root, "'ComputeUnits' of element 'Root/CFA/Devices/Device/Core'");
-
-  root = parse(kMinimal);
-  root.GetCFA().GetDevices().ClearDevice();
-  expectWriteFailure(root, "'Root/CFA/Devices' needs at least one child 'Device'");
-
-  root = parse(kMinimal);
-  root.GetCFA().GetBoard().UnsetImages();
-  expectWriteFailure(root, "'Root/CFA/Board' lacks its required child 'Images'");
-
-  root = parse(kMinimal);
   root.GetCFA().SetName(std::wstring(L"bell\x07"));
-  expectWriteFailure(root, "'Name' of element 'Root/CFA' holds a character");
-
   zr_test::TempDir dir;
   const std::string path = dir.file("kept.xml");
   zr_test::writeFile(path, "old");
@@ -533,19 +436,4 @@ TEST(CfaXmlRead, FailureLeavesTheRecordAsItWasAndReportsTheLine) {
   // A successful read replaces the whole content.
   root.Unmarshal(kMinimal.data(), kMinimal.size());
   EXPECT_EQ(root, parse(kMinimal));
-}
-
-TEST(CfaXmlRead, NoTruncationOfAValidDocumentCrashes) {
-  // Every prefix of a valid document either reads or fails with the XML exception.
-  for (std::size_t n = 0; n < kFull.size(); n += 13) {
-    Root root;
-    try {
-      root.Unmarshal(kFull.data(), n);
-    } catch (const HXMLException&) {
-    }
-  }
-  EXPECT_THROW(parse(std::string(5000, ' ') + "<Root>" + std::string(100000, 'x')), HXMLException);
-  std::string deep;
-  for (int i = 0; i < 100000; ++i) deep += "<Root>";
-  EXPECT_THROW(parse(deep), HXMLException);
 }

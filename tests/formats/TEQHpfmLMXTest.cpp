@@ -7,6 +7,7 @@
 #include "formats/TEQHpfmLMX.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
+#include "support/TextPatch.h"
 
 using hpfm_test::busInterface;
 using hpfm_test::clock;
@@ -32,13 +33,6 @@ int failureLine(const std::string& text) {
     return e.getLineNumber();
   }
   return -1;
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-  const auto at = text.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  if (at != std::string::npos) text.replace(at, from.size(), to);
-  return text;
 }
 
 }  // namespace
@@ -94,9 +88,9 @@ TEST(TEQHpfmLMX, RefusesDocumentsThatBreakTheFormat) {
   HpfmDoc outOfRange;
   outOfRange.defaultClock = "65536";
   HpfmDoc negative;
-  negative.componentAttrs = replaced(base.componentAttrs, R"(kp:BRAM="10")", R"(kp:BRAM="-1")");
+  negative.componentAttrs = zr_test::patched(base.componentAttrs, R"(kp:BRAM="10")", R"(kp:BRAM="-1")");
   HpfmDoc missingVendor;
-  missingVendor.componentAttrs = replaced(base.componentAttrs, R"(kp:vendor="acme" )", "");
+  missingVendor.componentAttrs = zr_test::patched(base.componentAttrs, R"(kp:vendor="acme" )", "");
   HpfmDoc unknownAttr;
   unknownAttr.componentAttrs += R"( kp:color="red")";
   HpfmDoc unqualified;
@@ -130,10 +124,10 @@ TEST(TEQHpfmLMX, RefusesDocumentsThatBreakTheFormat) {
       {"not a decimal", badDecimal.text(), 8},
       {"bus interface without a name", namelessBus.text(), 10},
       {"description missing",
-       replaced(good, "      <kp:description>A shell &amp; its clocks</kp:description>\n", ""), 6},
+       zr_test::patched(good, "      <kp:description>A shell &amp; its clocks</kp:description>\n", ""), 6},
       {"unknown element",
-       replaced(good, "    </kp:platformInfo>\n", "    </kp:platformInfo>\n    <kp:extra/>\n"), 10},
-      {"not well-formed", replaced(good, "</kp:repository>", "</kp:repo>"), 11},
+       zr_test::patched(good, "    </kp:platformInfo>\n", "    </kp:platformInfo>\n    <kp:extra/>\n"), 10},
+      {"not well-formed", zr_test::patched(good, "</kp:repository>", "</kp:repo>"), 11},
   };
   for (const Case& c : cases) EXPECT_EQ(failureLine(c.text), c.line) << c.what;
 }

@@ -7,6 +7,7 @@
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "platform/HTEQTilPartitionsJsonReader.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
 using hwcore_test::jsonTree;
@@ -90,12 +91,8 @@ TEST(HTEQTilPartitionsJsonReader, MissingFileIsIgnoredAndBadJsonRaises) {
   p.parseTILPartitions(dir.file("absent.json"));
   EXPECT_TRUE(p.getTilPartitions().empty());
   const std::string bad = dir.write("bad.json", "{\"TIL\": ");
-  try {
-    p.parseTILPartitions(bad);
-    FAIL() << "invalid JSON must raise";
-  } catch (const HEXAlgException& e) {
-    EXPECT_EQ(std::string(e.what()), "An error occurred while parsing the til partitions json file: " + bad);
-  }
+  EXPECT_THROW_MSG(p.parseTILPartitions(bad), HEXAlgException,
+                   "An error occurred while parsing the til partitions json file: " + bad);
   p.parseTILPartitions(dir.write("other.json", "{\"NOT_TIL\": {}}"));
   EXPECT_TRUE(p.getTilPartitions().empty());
 }

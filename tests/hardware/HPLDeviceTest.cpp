@@ -8,6 +8,7 @@
 #include "platform/HPLDevice.h"
 #include "platform/HPLFile.h"
 #include "platform/HPLPort.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
 using zr_test::jsonText;
@@ -42,14 +43,9 @@ TEST(HTEQDevice, BadPartStringsAreRefusedAndLeaveThePartAlone) {
   EXPECT_EQ("fpga0", device.getPartName());
   device.setFpgaPart("a:b:c:-1");
   for (const std::string bad : {"a:b:c", "a:b:c:d:e:f:g:h", "plain"}) {
-    try {
-      device.setFpgaPart(bad);
-      FAIL() << "accepted " << bad;
-    } catch (const HEXAlgException& e) {
-      EXPECT_EQ(
-          "HTEQDevice::convertFpgaDeviceToPart_ - FPGA Device (string) format not as expected: '" + bad + "'",
-          std::string(e.what()));
-    }
+    EXPECT_THROW_MSG(
+        device.setFpgaPart(bad), HEXAlgException,
+        "HTEQDevice::convertFpgaDeviceToPart_ - FPGA Device (string) format not as expected: '" + bad + "'");
     EXPECT_EQ(bad, device.getFpgaPart());
     EXPECT_EQ("bc-1", device.getPartName());
     EXPECT_EQ("a", device.getPartArch());

@@ -5,6 +5,7 @@
 
 #include "host/HEXAll.h"
 #include "platform/HTEQHardwareFeatureRom.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
 using zr_test::jsonText;
@@ -129,22 +130,10 @@ TEST(HTEQHardwareFeatureRom, NamesNeedATerminatorWithinSixtyFourBytes) {
   const std::vector<unsigned char> before = headerBytes(rom);
   Name full;
   std::memset(full, 'q', sizeof full);
-  try {
-    rom.setFPGAPartName(full);
-    FAIL() << "no exception";
-  } catch (const HEXDataException& e) {
-    EXPECT_EQ("The FPGAPartName specified for the Feature ROM is not a 64 char null terminated string: '" +
-                  std::string(64, 'q') + "'",
-              std::string(e.what()));
-  }
-  try {
-    rom.setVBNVName(full);
-    FAIL() << "no exception";
-  } catch (const HEXDataException& e) {
-    EXPECT_EQ("The VBNVName specified for the Feature ROM is not a 64 char null terminated string: '" +
-                  std::string(64, 'q') + "'",
-              std::string(e.what()));
-  }
+  const std::string tail = " specified for the Feature ROM is not a 64 char null terminated string: '" +
+                           std::string(64, 'q') + "'";
+  EXPECT_THROW_MSG(rom.setFPGAPartName(full), HEXDataException, "The FPGAPartName" + tail);
+  EXPECT_THROW_MSG(rom.setVBNVName(full), HEXDataException, "The VBNVName" + tail);
   EXPECT_EQ(before, headerBytes(rom));
 }
 
@@ -164,12 +153,8 @@ TEST(HTEQHardwareFeatureRom, UUIDTextIsReadWholeOrRefused) {
   for (const std::string bad :
        {"not-a-uuid", "0123abcd-4567-89ab-cdef-0011223344ff-extra", "0123abcd-4567-89ab-cdef-0011223344f",
         "0123abcd-4567-89ab-cdef-0011223344ffz"}) {
-    try {
-      rom.setUUID(bad);
-      FAIL() << "accepted " << bad;
-    } catch (const HEXAlgException& e) {
-      EXPECT_EQ("Unable to convert string to Feature ROM UUID: '" + bad + "'", std::string(e.what()));
-    }
+    EXPECT_THROW_MSG(rom.setUUID(bad), HEXAlgException,
+                     "Unable to convert string to Feature ROM UUID: '" + bad + "'");
     EXPECT_EQ("0123abcd-4567-89ab-cdef-0011223344ff", rom.getUUIDAsString());
   }
 }

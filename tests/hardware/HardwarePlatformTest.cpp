@@ -13,6 +13,7 @@
 #include "platform/HTEQHardwareNocConnectivity.h"
 #include "platform/HTEQReconfigPartition.h"
 #include "platform/HTEQSystemClock.h"
+#include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
 
 using hwcore_test::jsonText;
@@ -40,15 +41,6 @@ TEST(HTEQHardwarePlatform, NewPlatformWritesItsDefaults) {
   EXPECT_TRUE(p.usesPR());
   EXPECT_EQ(p.getMemoryIndexState(), HTEQHardwarePlatform::kIndexUnknown);
   EXPECT_EQ(p.getNodeID(), 0u);
-}
-
-TEST(HTEQHardwarePlatform, FixedPlatformOmitsInterfaceMaxima) {
-  TestPlatform p;
-  p.setExpandable(false);
-  const auto tree = jsonTree(p);
-  for (const char* key : {"maxAXIMMManagers", "maxAXIMMSubordinates", "maxInterrupts"})
-    EXPECT_EQ(tree.count(key), 0u) << key;
-  EXPECT_EQ(tree.get<std::string>("expandablePlatform"), "false");
 }
 
 TEST(HTEQHardwarePlatform, FilledPlatformWritesKeysInOrder) {
@@ -286,13 +278,10 @@ TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {
   HTEQDesignIPInstance* ip = p.addDesignIPInstance();
   ip->setInstanceName("i0");
   p.addDesignIPInstance()->setInstanceName("i1");
-  HSTFwdIter<HTEQDesignIPInstance*>* iter = p.createDesignIPInstanceIter();
-  ASSERT_TRUE(iter->hasNext());
-  EXPECT_EQ(iter->next(), ip);
-  ASSERT_TRUE(iter->hasNext());
-  EXPECT_EQ(iter->next()->getInstanceName(), "i1");
-  EXPECT_FALSE(iter->hasNext());
-  delete iter;
+  const auto listed = zr_test::drain(p.createDesignIPInstanceIter());
+  ASSERT_EQ(listed.size(), 2u);
+  EXPECT_EQ(listed[0], ip);
+  EXPECT_EQ(listed[1]->getInstanceName(), "i1");
   EXPECT_EQ(jsonTree(p).get_child("designIpInstances").size(), 2u);
 }
 
@@ -303,7 +292,7 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
   const std::string noDef = dir.file("nodef.lfa");
   writeZip(noDef, {{"lfa.xml", "<x/>"}});
   HHSMHwManager manager;
-  HHSMHwManager::setHsmHwManager(&manager);
+  zr_test::ScopedInstance<HHSMHwManager> installed(&manager);
 
   TestPlatform none;
   none.setPlatformFile(noDef);
@@ -339,7 +328,6 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
   TestPlatform withHwDef;
   withHwDef.setPlatformFile(hwDef);
   EXPECT_EQ(withHwDef.getHwDbName(), "hw");
-  HHSMHwManager::setHsmHwManager(nullptr);
 }
 
 TEST(HTEQHardwarePlatform, SimContentIsASimulationBinaryFile) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/HHSMHwManager.h"
+#include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
 
 TEST(HHSMHwManager, DatabasesAreNamedAfterTheirFileAndFoundByName) {
@@ -27,8 +28,9 @@ TEST(HHSMHwManager, ProcessWideManagerCanBeReplaced) {
   HHSMHwManager* defaultManager = HHSMHwManager::getHsmHwManager();
   ASSERT_NE(defaultManager, nullptr);
   HHSMHwManager mine;
-  HHSMHwManager::setHsmHwManager(&mine);
+  zr_test::ScopedInstance<HHSMHwManager> installed(&mine);
   EXPECT_EQ(HHSMHwManager::getHsmHwManager(), &mine);
+  // Null puts the default back.
   HHSMHwManager::setHsmHwManager(nullptr);
   EXPECT_EQ(HHSMHwManager::getHsmHwManager(), defaultManager);
 }

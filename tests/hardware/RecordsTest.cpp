@@ -8,6 +8,7 @@
 #include "platform/HTEQReconfigPartition.h"
 #include "platform/HTEQTilHardware.h"
 #include "platform/HTEQTilPartition.h"
+#include "support/ExpectThrowMsg.h"
 
 using hwcore_test::jsonText;
 using hwcore_test::jsonTree;
@@ -27,12 +28,8 @@ TEST(HTEQDesignIPInstance, ConfigKeysAreWrittenInOrderAndAddedOnce) {
             "        \"z.key\": \"1\"\n"
             "    }\n"
             "}\n");
-  try {
-    ip.addConfigParam("a", "2");
-    FAIL() << "a repeated key must be refused";
-  } catch (const HEXAlgException& e) {
-    EXPECT_STREQ(e.what(), "Attempt to readd Design IP Instance Config Param key: 'a' is not allowed!");
-  }
+  EXPECT_THROW_MSG(ip.addConfigParam("a", "2"), HEXAlgException,
+                   "Attempt to readd Design IP Instance Config Param key: 'a' is not allowed!");
   HTEQDesignIPInstance::ConfigMap out{{"old", "x"}};
   ip.getConfigParamMap(out);
   EXPECT_EQ(out, (HTEQDesignIPInstance::ConfigMap{{"a", "2"}, {"z.key", "1"}}));
@@ -73,12 +70,8 @@ TEST(HTEQTilHardware, ArchitectureNames) {
   EXPECT_EQ(HTEQTilHardware::archToString(static_cast<HTEQTilHardware::Arch>(17)), "NO_TIL");
   HTEQTilHardware hw;
   hw.setArch("TILML");
-  try {
-    hw.setArch("TIL9");
-    FAIL() << "an unknown architecture must be refused";
-  } catch (const HEXAlgException& e) {
-    EXPECT_STREQ(e.what(), "HTEQTilHardware::setArch() - Invalid til architecture specified: TIL9");
-  }
+  EXPECT_THROW_MSG(hw.setArch("TIL9"), HEXAlgException,
+                   "HTEQTilHardware::setArch() - Invalid til architecture specified: TIL9");
   EXPECT_EQ(hw.getArchAsString(), "TILML");
 }
 
