@@ -114,7 +114,7 @@ void BM_ParseAndFillModel(benchmark::State& state) {
 
 void BM_DescriptorParseAndValidate(benchmark::State& state) {
   const Sample& s = sample(4);
-  for (auto _ : state) benchmark::DoNotOptimize(TEQPlatform::unmarshalFile(s.zdf).name.size());
+  for (auto _ : state) benchmark::DoNotOptimize(TEQPlatform::unmarshalFile(s.zdf).GetName().size());
 }
 
 void BM_TreeBuild(benchmark::State& state) {

@@ -8,9 +8,9 @@
 class HTEQSoftwarePlatform;
 
 namespace TEQSoftwarePlatform {
-struct Platform;
-struct SystemConfigurations;
-struct Configuration;
+class Platform;
+class SystemConfigurations;
+class Configuration;
 }  // namespace TEQSoftwarePlatform
 
 // Reads a software platform file (.spfm) into an HTEQSoftwarePlatform that the

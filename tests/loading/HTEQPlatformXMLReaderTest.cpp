@@ -1,11 +1,18 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "loading/TEQPlatformLMX.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQPlatformXMLReader.h"
 #include "platform/HTEQReconfigurablePartition.h"
 #include "support/TestSupport.h"
+#include "xml/XmlRecordIO.h"
+#include "xml/ZrXml.h"
+
+ZR_XML_DECLARE_SCHEMA(zdf)
 
 using namespace zr_test;
 
@@ -189,4 +196,62 @@ TEST(HTEQPlatformXMLReader, HugeAttributeAndDeepNestingFailCleanly) {
   for (int i = 0; i < 50000; ++i) nested += "<teq:x>";
   parse(dir, zdfText(nested), deep);
   EXPECT_FALSE(deep.ok);
+}
+
+// The descriptor's hardware choice is held by alternatives: the one selected is
+// written in place of the choice, drops any selected before it, and is the one
+// read back; holding none, or an incomplete one, is refused before writing.
+TEST(TEQPlatformRecords, HardwareAlternativesAreWrittenInPlaceAndReadBack) {
+  using namespace TEQPlatform;
+  const auto fileRef = [](auto& ref, const wchar_t* name) {
+    ref.SetPath(L"hw");
+    ref.SetName(name);
+  };
+  const std::function<void(HardwarePlatforms&)> fills[] = {
+      [&](HardwarePlatforms& hw) {
+        AnonHardwarePlatform& anon = hw.SelectAnonHardwarePlatform();
+        fileRef(anon.GetHardwarePlatform(), L"a.cfa");
+        fileRef(anon.GetHwEmuPlatform(), L"a_emu.cfa");
+      },
+      [&](HardwarePlatforms& hw) { fileRef(hw.SelectHwEmuPlatformAlone().GetHwEmuPlatform(), L"e.cfa"); },
+      [&](HardwarePlatforms& hw) {
+        ReconfigurablePartitions& rps = hw.SelectReconfigurablePartitions();
+        ReconfigurablePartition& rp0 = rps.AppendReconfigurablePartition();
+        rp0.SetId(3);
+        fileRef(rp0.SelectAnonHardwarePlatform().GetHardwarePlatform(), L"r0.cfa");
+        ReconfigurablePartition& rp1 = rps.AppendReconfigurablePartition();
+        rp1.SetId(-4);
+        fileRef(rp1.SelectHwEmuPlatformAlone().GetHwEmuPlatform(), L"r1.cfa");
+        hw.SetDefaultRP(3);
+      },
+  };
+  for (std::size_t i = 0; i < std::size(fills); ++i) {
+    SCOPED_TRACE(i);
+    Platform p;
+    p.SetVendor(L"v");
+    p.SetLibrary(L"l");
+    p.SetName(L"n");
+    p.SetVersion(zr_xml_record::Decimal("1.10"));
+    p.SetDescription(L"d");
+    fileRef(p.GetSoftwarePlatforms().GetSoftwarePlatform(), L"s.spfm");
+    HardwarePlatforms& hw = p.GetHardwarePlatforms();
+    // Another alternative first: selecting the wanted one must drop it.
+    fills[(i + 1) % std::size(fills)](hw);
+    fills[i](hw);
+    const std::string text =
+        zr_xml_record::marshalRecord(p, "platform", ZR_XML_SCHEMA(zdf), "descriptor", kNamespaceUri, "teq");
+    const Platform again = unmarshalMemory(text, "again.zdf");
+    EXPECT_TRUE(again == p) << text;
+    EXPECT_EQ(again.GetHardwarePlatforms().IssetAnonHardwarePlatform(), i == 0);
+    EXPECT_EQ(again.GetHardwarePlatforms().IssetReconfigurablePartitions(), i == 2);
+  }
+
+  std::string why;
+  HardwarePlatforms none;
+  EXPECT_FALSE(none.IsOccursOk(&why));
+  EXPECT_EQ(why, "the element 'hardwarePlatforms' holds none of its alternatives");
+  HardwarePlatforms incomplete;
+  incomplete.SelectAnonHardwarePlatform().GetHwEmuPlatform();
+  EXPECT_FALSE(incomplete.IsOccursOk(&why));
+  EXPECT_EQ(why, "the element 'hardwarePlatforms' lacks its required child 'hardwarePlatform'");
 }

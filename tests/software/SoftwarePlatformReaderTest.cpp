@@ -316,22 +316,22 @@ TEST(TEQSoftwarePlatformRecords, KeepSetFlagsAndWriteBackInFormatOrder) {
   std::string spaced = text;
   spaced.replace(spaced.find("teq:version=\"1.0\""), 17, "teq:version=\" 1.10 \" teq:schemaVersion=\"2\"");
   const Platform p = unmarshalString(spaced, "mem.spfm");
-  EXPECT_EQ(HI18N::convert(p.version.get()), "1.10");
-  EXPECT_EQ(HI18N::convert(p.schemaVersion.get()), "2");
-  EXPECT_EQ(HI18N::convert(p.description), "A software platform");
-  ASSERT_EQ(p.systemConfigurations.configurations.size(), 1u);
-  const Configuration& c = p.systemConfigurations.configurations[0];
-  EXPECT_TRUE(c.runtimes.isSet());
-  EXPECT_FALSE(c.defaultProcessorGroup.isSet());
-  EXPECT_FALSE(c.prebuilt.has_value());
-  ASSERT_TRUE(c.bootImages.has_value());
-  EXPECT_FALSE(c.bootImages->image.imageData.isSet());
-  EXPECT_TRUE(c.bootImages->image.hwBootBin.isSet());
-  const Os& os = c.processorGroups.at(0).os;
-  EXPECT_TRUE(os.hypervisorGuest.isSet());
-  EXPECT_TRUE(os.hypervisorGuest.get().empty());
-  EXPECT_EQ(HI18N::convert(os.toolConfig.get()), "tc");
-  EXPECT_FALSE(os.includePaths.isSet());
+  EXPECT_EQ(p.GetVersion().get_as_string(), "1.10");
+  EXPECT_EQ(p.GetSchemaVersion().get_as_string(), "2");
+  EXPECT_EQ(HI18N::convert(p.GetDescription()), "A software platform");
+  ASSERT_EQ(p.GetSystemConfigurations().SizeConfiguration(), 1u);
+  const Configuration& c = p.GetSystemConfigurations().GetConfiguration(0);
+  EXPECT_TRUE(c.IssetRuntimes());
+  EXPECT_FALSE(c.IssetDefaultProcessorGroup());
+  EXPECT_FALSE(c.IssetPrebuilt());
+  ASSERT_TRUE(c.IssetBootImages());
+  EXPECT_FALSE(c.GetBootImages().GetImage().IssetImageData());
+  EXPECT_TRUE(c.GetBootImages().GetImage().IssetHwBootBin());
+  const Os& os = c.GetProcessorGroup(0).GetOs();
+  EXPECT_TRUE(os.IssetHypervisorGuest());
+  EXPECT_TRUE(os.GetHypervisorGuest().empty());
+  EXPECT_EQ(HI18N::convert(os.GetToolConfig()), "tc");
+  EXPECT_FALSE(os.IssetIncludePaths());
 
   // Written back, the attributes come in the order of the format, whatever
   // order the document had, and the text reads back to the same records.
@@ -344,6 +344,6 @@ TEST(TEQSoftwarePlatformRecords, KeepSetFlagsAndWriteBackInFormatOrder) {
 
   // Records that break the format are refused before anything is written.
   Platform broken = p;
-  broken.systemConfigurations.configurations[0].name.unset();
+  broken.GetSystemConfigurations().GetConfiguration(0).UnsetName();
   EXPECT_THROW(marshal(broken), HXMLException);
 }

@@ -10,28 +10,13 @@ ZR_XML_DECLARE_SCHEMA(emulation)
 
 namespace TEQEmulation {
 
-#define TEQEMU_DEFINE_OCCURS_OK(Record)                                \
-  bool Record::IsOccursOk(std::string* why) const {                    \
-    return ::zr_xml_record::OccursChecker::check(#Record, *this, why); \
-  }
-TEQEMU_DEFINE_OCCURS_OK(File)
-TEQEMU_DEFINE_OCCURS_OK(Files)
-TEQEMU_DEFINE_OCCURS_OK(Emulation)
-TEQEMU_DEFINE_OCCURS_OK(Emulations)
-TEQEMU_DEFINE_OCCURS_OK(Root)
-#undef TEQEMU_DEFINE_OCCURS_OK
+ZR_XML_DEFINE_OCCURS_OK(File, "File")
+ZR_XML_DEFINE_OCCURS_OK(Files, "Files")
+ZR_XML_DEFINE_OCCURS_OK(Emulation, "Emulation")
+ZR_XML_DEFINE_OCCURS_OK(Emulations, "Emulations")
+ZR_XML_DEFINE_OCCURS_OK(Root, "Root")
 
 namespace {
-
-void fillFrom(Root& target, const zr_xml::Document& doc) {
-  const zr_xml::Node top = doc.root();
-  // The schema admits no other top element; this guards the record all the same.
-  if (top.name() != "Root" || !top.nsUri().empty())
-    throw HXMLException("the document element is not 'Root' in no namespace", top.line());
-  Root parsed;
-  zr_xml_record::RecordReader::read(top, parsed);
-  target.Swap(parsed);
-}
 
 std::string marshalText(const Root& root) {
   return zr_xml_record::marshalRecord(root, "Root", ZR_XML_SCHEMA(emulation), "emulation XML document");
@@ -41,12 +26,14 @@ std::string marshalText(const Root& root) {
 
 void Root::Unmarshal(const char* buffer, std::size_t length, const std::string& name) {
   if (buffer == nullptr && length != 0) throw HXMLException("no document buffer was given", 0);
-  fillFrom(*this, zr_xml::Document::parseMemory(buffer ? std::string(buffer, length) : std::string(), name,
-                                                ZR_XML_SCHEMA(emulation)));
+  zr_xml_record::unmarshalRecord(
+      zr_xml::Document::parseMemory(buffer ? std::string(buffer, length) : std::string(), name,
+                                    ZR_XML_SCHEMA(emulation)),
+      *this, "Root");
 }
 
 void Root::Unmarshal(const std::string& path) {
-  fillFrom(*this, zr_xml::Document::parseFile(path, ZR_XML_SCHEMA(emulation)));
+  zr_xml_record::unmarshalRecord(zr_xml::Document::parseFile(path, ZR_XML_SCHEMA(emulation)), *this, "Root");
 }
 
 void Root::Marshal(const std::string& path) const {

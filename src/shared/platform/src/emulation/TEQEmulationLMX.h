@@ -14,26 +14,26 @@
 
 namespace TEQEmulation {
 
-#define TEQEMU_FIELDS_File(A, C) \
-  A(Type, String, Required, )    \
-  A(Name, String, Required, )
+#define TEQEMU_FIELDS_File(A, C, ...) \
+  A(Type, "Type", String, Required)   \
+  A(Name, "Name", String, Required)
 ZR_XML_RECORD(File, TEQEMU_FIELDS_File)
 
-#define TEQEMU_FIELDS_Files(A, C) C(File, File, Many)
+#define TEQEMU_FIELDS_Files(A, C, ...) C(File, "File", File, Many)
 ZR_XML_RECORD(Files, TEQEMU_FIELDS_Files)
 
-#define TEQEMU_FIELDS_Emulation(A, C) \
-  A(Name, String, Required, )         \
-  C(Files, Files, One)
+#define TEQEMU_FIELDS_Emulation(A, C, ...) \
+  A(Name, "Name", String, Required)        \
+  C(Files, "Files", Files, One)
 ZR_XML_RECORD(Emulation, TEQEMU_FIELDS_Emulation)
 
-#define TEQEMU_FIELDS_Emulations(A, C) C(Emulation, Emulation, Many)
+#define TEQEMU_FIELDS_Emulations(A, C, ...) C(Emulation, "Emulation", Emulation, Many)
 ZR_XML_RECORD(Emulations, TEQEMU_FIELDS_Emulations)
 
-#define TEQEMU_FIELDS_Root(A, C)   \
-  A(VersionMajor, U32, Required, ) \
-  A(VersionMinor, U32, Required, ) \
-  C(Emulations, Emulations, One)
+#define TEQEMU_FIELDS_Root(A, C, ...)            \
+  A(VersionMajor, "VersionMajor", U32, Required) \
+  A(VersionMinor, "VersionMinor", U32, Required) \
+  C(Emulations, "Emulations", Emulations, One)
 
 class Root {
   ZR_XML_RECORD_BODY(Root, TEQEMU_FIELDS_Root)

@@ -11,10 +11,7 @@ ZR_XML_DECLARE_SCHEMA(cfa)
 
 namespace BasePlatform {
 
-#define BP_DEFINE_OCCURS_OK(Record)                                    \
-  bool Record::IsOccursOk(std::string* why) const {                    \
-    return ::zr_xml_record::OccursChecker::check(#Record, *this, why); \
-  }
+#define BP_DEFINE_OCCURS_OK(Record) ZR_XML_DEFINE_OCCURS_OK(Record, #Record)
 BP_ALL_RECORDS(BP_DEFINE_OCCURS_OK)
 #undef BP_DEFINE_OCCURS_OK
 
@@ -23,20 +20,10 @@ namespace {
 // The name under which documents held in memory appear in error texts.
 const char kMemoryDocumentName[] = "CFA XML document";
 
-void fillFrom(Root& target, const zr_xml::Document& doc) {
-  const zr_xml::Node top = doc.root();
-  // The schema admits no other top element; this guards the record all the same.
-  if (top.name() != "Root" || !top.nsUri().empty())
-    throw HXMLException("the document element is not 'Root' in no namespace", top.line());
-  Root parsed;
-  zr_xml_record::RecordReader::read(top, parsed);
-  target.Swap(parsed);
-}
-
 template <class Parse>
 void unmarshal(Root& target, DebugError* debugError, Parse parse) {
   try {
-    fillFrom(target, parse());
+    zr_xml_record::unmarshalRecord(parse(), target, "Root");
   } catch (const HXMLException& e) {
     if (debugError) {
       debugError->text = e.getText();

@@ -44,7 +44,7 @@ void readSmall(const std::string& text, T& out, int line, const char* name) {
 }
 
 // The value types of the format: those it shares with the plain records, plus
-// 16-bit integers, Booleans, and integers and decimals kept as text.
+// 16-bit integers, Booleans, and integers kept as text.
 struct HpfmConversions : zr_xml_record::PlainConversions {
   using PlainConversions::fromText;
   using PlainConversions::toText;
@@ -69,18 +69,12 @@ struct HpfmConversions : zr_xml_record::PlainConversions {
     if (!isIntegerText(body)) badValue(text, line, name, "an integer");
     out = Integer(body);
   }
-  static void fromText(const std::string& text, Decimal& out, int, const char*) {
-    out = Decimal(HSTStringUtils::trim(text));
-  }
 
   static std::string toText(std::uint16_t value) { return std::to_string(value); }
   static std::string toText(std::int16_t value) { return std::to_string(value); }
   static std::string toText(bool value) { return value ? "true" : "false"; }
   static std::string toText(const Integer& value) { return value.get_as_string(); }
-  static std::string toText(const Decimal& value) { return value.get_as_string(); }
 };
-
-using Reader = zr_xml_record::BasicRecordReader<HpfmConversions>;
 
 zr_xml::Document parseBuffer(const char* buffer, std::size_t length) {
   if (buffer == nullptr && length != 0) throw HXMLException("no document buffer was given", 0);
@@ -89,19 +83,8 @@ zr_xml::Document parseBuffer(const char* buffer, std::size_t length) {
 }
 
 // The schema admits two document elements; the caller says which it takes.
-void requireTop(const zr_xml::Node& top, const char* localName) {
-  if (top.name() != localName || top.nsUri() != kNamespaceUri)
-    throw HXMLException(std::string("the document element is not '") + kNamespacePrefix + ":" + localName +
-                            "' in the namespace " + kNamespaceUri,
-                        top.line());
-}
-
 void fillFrom(Repository& target, const zr_xml::Document& doc) {
-  const zr_xml::Node top = doc.root();
-  requireTop(top, "repository");
-  Repository parsed;
-  Reader::read(top, parsed);
-  target.Swap(parsed);
+  zr_xml_record::unmarshalRecord<HpfmConversions>(doc, target, "repository", kNamespaceUri, kNamespacePrefix);
 }
 
 std::string marshalText(const Repository& repository) {
@@ -121,23 +104,18 @@ int Integer::toIntSaturated() const {
   return static_cast<int>(value);
 }
 
-#define WHP_DEFINE_OCCURS_OK(Record, Path)                        \
-  bool Record::IsOccursOk(std::string* why) const {               \
-    return zr_xml_record::OccursChecker::check(Path, *this, why); \
-  }
-WHP_DEFINE_OCCURS_OK(DeviceInfo, "deviceInfo")
-WHP_DEFINE_OCCURS_OK(RegisteredDevices, "registeredDevices")
-WHP_DEFINE_OCCURS_OK(Clock, "clock")
-WHP_DEFINE_OCCURS_OK(SystemClocks, "systemClocks")
-WHP_DEFINE_OCCURS_OK(PlatformInfo, "platformInfo")
-WHP_DEFINE_OCCURS_OK(Parameter, "parameter")
-WHP_DEFINE_OCCURS_OK(BusInterfaceAddressSegment, "addressSegment")
-WHP_DEFINE_OCCURS_OK(BusInterface, "busInterface")
-WHP_DEFINE_OCCURS_OK(NocConnectivity, "nocConnectivity")
-WHP_DEFINE_OCCURS_OK(ResourceEstimates, "resourceEstimates")
-WHP_DEFINE_OCCURS_OK(Component, "component")
-WHP_DEFINE_OCCURS_OK(Repository, "repository")
-#undef WHP_DEFINE_OCCURS_OK
+ZR_XML_DEFINE_OCCURS_OK(DeviceInfo, "deviceInfo")
+ZR_XML_DEFINE_OCCURS_OK(RegisteredDevices, "registeredDevices")
+ZR_XML_DEFINE_OCCURS_OK(Clock, "clock")
+ZR_XML_DEFINE_OCCURS_OK(SystemClocks, "systemClocks")
+ZR_XML_DEFINE_OCCURS_OK(PlatformInfo, "platformInfo")
+ZR_XML_DEFINE_OCCURS_OK(Parameter, "parameter")
+ZR_XML_DEFINE_OCCURS_OK(BusInterfaceAddressSegment, "addressSegment")
+ZR_XML_DEFINE_OCCURS_OK(BusInterface, "busInterface")
+ZR_XML_DEFINE_OCCURS_OK(NocConnectivity, "nocConnectivity")
+ZR_XML_DEFINE_OCCURS_OK(ResourceEstimates, "resourceEstimates")
+ZR_XML_DEFINE_OCCURS_OK(Component, "component")
+ZR_XML_DEFINE_OCCURS_OK(Repository, "repository")
 
 void Repository::Unmarshal(const char* buffer, std::size_t length) {
   fillFrom(*this, parseBuffer(buffer, length));
@@ -171,13 +149,13 @@ void Kp::Unmarshal(const char* buffer, std::size_t length) {
   const zr_xml::Node top = doc.root();
   if (top.name() == "busInterface" && top.nsUri() == kNamespaceUri) {
     BusInterface parsed;
-    Reader::read(top, parsed);
+    zr_xml_record::unmarshalRecord<HpfmConversions>(doc, parsed, "busInterface", kNamespaceUri,
+                                                    kNamespacePrefix);
     AssignBusInterface(parsed);
     return;
   }
-  requireTop(top, "repository");
   Repository parsed;
-  Reader::read(top, parsed);
+  fillFrom(parsed, doc);
   AssignRepository(parsed);
 }
 

@@ -33,16 +33,7 @@ extern const char* const kNamespaceUri;
 extern const char* const kNamespacePrefix;
 
 // A decimal number kept as the text the document gave, blanks removed.
-class Decimal {
- public:
-  Decimal() = default;
-  explicit Decimal(std::string text) : text_(std::move(text)) {}
-  const std::string& get_as_string() const { return text_; }
-  bool operator==(const Decimal& other) const { return text_ == other.text_; }
-
- private:
-  std::string text_;
-};
+using Decimal = ::zr_xml_record::Decimal;
 
 // An integer without bounds, kept as text: the model narrows it where it
 // needs a number.
@@ -62,85 +53,29 @@ class Integer {
 
 }  // namespace WELHardwarePlatform
 
-// Value types of attributes.
-#define WHP_TYPE_String std::wstring
-#define WHP_TYPE_U16 std::uint16_t
-#define WHP_TYPE_S16 std::int16_t
-#define WHP_TYPE_U32 std::uint32_t
-#define WHP_TYPE_Integer ::WELHardwarePlatform::Integer
-#define WHP_TYPE_Decimal ::WELHardwarePlatform::Decimal
-#define WHP_TYPE_Bool bool
-
-// A field table lists, in document order, A(Name, "xml name", type,
-// Required|Optional), C(Name, "xml name", record, One|Opt|Many) and
-// E(Name, "xml name") for a required element that holds only text.
-#define WHP_ATTR_MEMBER(N, X, T, U) ::zr_xml_record::Attribute<WHP_TYPE_##T> m_##N{WHP_TYPE_##T{}};
-#define WHP_CHILD_MEMBER(N, X, R, O) ZR_XML_HOLDER_##O<R> m_##N;
-#define WHP_TEXT_MEMBER(N, X) ::zr_xml_record::Attribute<std::wstring> m_##N;
-
-#define WHP_ATTR_API(N, X, T, U)                               \
-  const WHP_TYPE_##T& Get##N() const { return m_##N.get(); }   \
-  void Set##N(const WHP_TYPE_##T& value) { m_##N.set(value); } \
-  bool Isset##N() const { return m_##N.isSet(); }              \
-  void Unset##N() { m_##N.unset(WHP_TYPE_##T{}); }
-#define WHP_CHILD_API(N, X, R, O) ZR_XML_CHILD_API(N, R, O)
-#define WHP_TEXT_API(N, X)                                     \
-  const std::wstring& Get##N() const { return m_##N.get(); }   \
-  void Set##N(const std::wstring& value) { m_##N.set(value); } \
-  bool Isset##N() const { return m_##N.isSet(); }              \
-  void Unset##N() { m_##N.unset(std::wstring()); }
-
-#define WHP_ATTR_VISIT(N, X, T, U) v.attribute(X, m_##N, ::zr_xml_record::AttrUse::k##U);
-#define WHP_CHILD_VISIT(N, X, R, O) v.child(X, m_##N, ::zr_xml_record::ChildOccurs::k##O);
-#define WHP_TEXT_VISIT(N, X) v.text(X, m_##N);
-#define WHP_FIELD_EQ(N, ...) &&m_##N == other.m_##N
-
-#define WHP_RECORD_BODY(Record, FIELDS)                                             \
- private:                                                                           \
-  FIELDS(WHP_ATTR_MEMBER, WHP_CHILD_MEMBER, WHP_TEXT_MEMBER)                        \
-                                                                                    \
- public:                                                                            \
-  bool operator==(const Record& other) const {                                      \
-    return true FIELDS(WHP_FIELD_EQ, WHP_FIELD_EQ, WHP_FIELD_EQ);                   \
-  }                                                                                 \
-  bool operator!=(const Record& other) const { return !(*this == other); }          \
-  void Swap(Record& other) noexcept { std::swap(*this, other); }                    \
-  void Reset() { *this = Record(); }                                                \
-  std::unique_ptr<Record> Clone() const { return std::make_unique<Record>(*this); } \
-  /* True when every required attribute is set and every required child is */       \
-  /* present, in the whole subtree; otherwise `why` names the first gap. */         \
-  bool IsOccursOk(std::string* why = nullptr) const;                                \
-  FIELDS(WHP_ATTR_API, WHP_CHILD_API, WHP_TEXT_API)                                 \
-  template <class V>                                                                \
-  void visit(V& v) {                                                                \
-    FIELDS(WHP_ATTR_VISIT, WHP_CHILD_VISIT, WHP_TEXT_VISIT)                         \
-  }                                                                                 \
-  template <class V>                                                                \
-  void visit(V& v) const {                                                          \
-    FIELDS(WHP_ATTR_VISIT, WHP_CHILD_VISIT, WHP_TEXT_VISIT)                         \
-  }
-
-#define WHP_RECORD(Record, FIELDS)  \
-  class Record {                    \
-    WHP_RECORD_BODY(Record, FIELDS) \
-  };
+// The value types the format adds to those of XmlRecordSupport.h; its
+// conversions read and write them.
+#define ZR_XML_TYPE_U16 std::uint16_t
+#define ZR_XML_TYPE_S16 std::int16_t
+#define ZR_XML_TYPE_Bool bool
+#define ZR_XML_TYPE_Integer ::WELHardwarePlatform::Integer
 
 namespace WELHardwarePlatform {
 
-#define WHP_FIELDS_DeviceInfo(A, C, E)              \
+#define WHP_FIELDS_DeviceInfo(A, C, T, ...)         \
   A(Name, "name", String, Optional)                 \
   A(Architecture, "architecture", String, Required) \
   A(Device, "device", String, Required)             \
   A(Package, "package", String, Required)           \
   A(SpeedGrade, "speedGrade", String, Required)
-WHP_RECORD(DeviceInfo, WHP_FIELDS_DeviceInfo)
+ZR_XML_RECORD(DeviceInfo, WHP_FIELDS_DeviceInfo)
 
-#define WHP_FIELDS_RegisteredDevices(A, C, E) \
-  A(Kio, "kio", U16, Required)                \
+#define WHP_FIELDS_RegisteredDevices(A, C, T, ...) \
+  A(Kio, "kio", U16, Required)                     \
   A(Uio, "uio", U16, Required)
-WHP_RECORD(RegisteredDevices, WHP_FIELDS_RegisteredDevices)
+ZR_XML_RECORD(RegisteredDevices, WHP_FIELDS_RegisteredDevices)
 
-#define WHP_FIELDS_Clock(A, C, E)                            \
+#define WHP_FIELDS_Clock(A, C, T, ...)                       \
   A(Name, "name", String, Required)                          \
   A(InstanceRef, "instanceRef", String, Required)            \
   A(ComponentRef, "componentRef", String, Required)          \
@@ -150,47 +85,47 @@ WHP_RECORD(RegisteredDevices, WHP_FIELDS_RegisteredDevices)
   A(Id, "id", U16, Optional)                                 \
   A(NormalizedPeriod, "normalizedPeriod", Decimal, Optional) \
   A(ClkDomain, "clkDomain", String, Optional)
-WHP_RECORD(Clock, WHP_FIELDS_Clock)
+ZR_XML_RECORD(Clock, WHP_FIELDS_Clock)
 
-#define WHP_FIELDS_SystemClocks(A, C, E)         \
+#define WHP_FIELDS_SystemClocks(A, C, T, ...)    \
   A(DefaultClock, "defaultClock", U16, Required) \
   C(Clock, "clock", Clock, Many)
-WHP_RECORD(SystemClocks, WHP_FIELDS_SystemClocks)
+ZR_XML_RECORD(SystemClocks, WHP_FIELDS_SystemClocks)
 
-#define WHP_FIELDS_PlatformInfo(A, C, E)                            \
+#define WHP_FIELDS_PlatformInfo(A, C, T, ...)                       \
   C(DeviceInfo, "deviceInfo", DeviceInfo, One)                      \
   C(RegisteredDevices, "registeredDevices", RegisteredDevices, Opt) \
-  E(Description, "description")                                     \
+  T(Description, "description", String)                             \
   C(SystemClocks, "systemClocks", SystemClocks, One)
-WHP_RECORD(PlatformInfo, WHP_FIELDS_PlatformInfo)
+ZR_XML_RECORD(PlatformInfo, WHP_FIELDS_PlatformInfo)
 
-#define WHP_FIELDS_Parameter(A, C, E)               \
+#define WHP_FIELDS_Parameter(A, C, T, ...)          \
   A(Name, "name", String, Required)                 \
   A(InstanceRef, "instanceRef", String, Required)   \
   A(ComponentRef, "componentRef", String, Required) \
   A(IsValid, "isValid", String, Required)           \
   A(Value, "value", String, Required)
-WHP_RECORD(Parameter, WHP_FIELDS_Parameter)
+ZR_XML_RECORD(Parameter, WHP_FIELDS_Parameter)
 
-#define WHP_FIELDS_BusInterfaceAddressSegment(A, C, E)  \
-  A(BaseName, "baseName", String, Optional)             \
-  A(Index, "index", U16, Optional)                      \
-  A(MemoryInstance, "memoryInstance", String, Optional) \
-  A(Auto, "auto", String, Optional)                     \
-  A(Sptag, "sptag", String, Optional)                   \
-  A(Slr, "slr", String, Optional)                       \
-  A(MaxMasters, "maxMasters", U16, Optional)            \
-  A(Name, "name", String, Optional)                     \
-  A(InstanceRef, "instanceRef", String, Optional)       \
-  A(Region, "region", String, Optional)                 \
-  A(ReadBwUsed, "readBwUsed", Integer, Optional)        \
-  A(WriteBwUsed, "writeBwUsed", Integer, Optional)      \
+#define WHP_FIELDS_BusInterfaceAddressSegment(A, C, T, ...) \
+  A(BaseName, "baseName", String, Optional)                 \
+  A(Index, "index", U16, Optional)                          \
+  A(MemoryInstance, "memoryInstance", String, Optional)     \
+  A(Auto, "auto", String, Optional)                         \
+  A(Sptag, "sptag", String, Optional)                       \
+  A(Slr, "slr", String, Optional)                           \
+  A(MaxMasters, "maxMasters", U16, Optional)                \
+  A(Name, "name", String, Optional)                         \
+  A(InstanceRef, "instanceRef", String, Optional)           \
+  A(Region, "region", String, Optional)                     \
+  A(ReadBwUsed, "readBwUsed", Integer, Optional)            \
+  A(WriteBwUsed, "writeBwUsed", Integer, Optional)          \
   A(Interleave, "interleave", U32, Optional)
-WHP_RECORD(BusInterfaceAddressSegment, WHP_FIELDS_BusInterfaceAddressSegment)
+ZR_XML_RECORD(BusInterfaceAddressSegment, WHP_FIELDS_BusInterfaceAddressSegment)
 
 // The attribute kp:addressSegment (AddressSegment) and the child elements
 // kp:addressSegment (BusInterfaceAddressSegment) share a name in the document.
-#define WHP_FIELDS_BusInterface(A, C, E)                          \
+#define WHP_FIELDS_BusInterface(A, C, T, ...)                     \
   A(BusTypeRef, "busTypeRef", String, Optional)                   \
   A(Name, "name", String, Required)                               \
   A(InstanceRef, "instanceRef", String, Optional)                 \
@@ -219,14 +154,14 @@ WHP_RECORD(BusInterfaceAddressSegment, WHP_FIELDS_BusInterfaceAddressSegment)
   A(IsrId, "isrId", U16, Optional)                                \
   A(Auto, "auto", String, Optional)                               \
   C(BusInterfaceAddressSegment, "addressSegment", BusInterfaceAddressSegment, Many)
-WHP_RECORD(BusInterface, WHP_FIELDS_BusInterface)
+ZR_XML_RECORD(BusInterface, WHP_FIELDS_BusInterface)
 
-#define WHP_FIELDS_NocConnectivity(A, C, E)       \
+#define WHP_FIELDS_NocConnectivity(A, C, T, ...)  \
   A(InstanceRef, "instanceRef", String, Required) \
   C(BusInterface, "busInterface", BusInterface, Many)
-WHP_RECORD(NocConnectivity, WHP_FIELDS_NocConnectivity)
+ZR_XML_RECORD(NocConnectivity, WHP_FIELDS_NocConnectivity)
 
-#define WHP_FIELDS_ResourceEstimates(A, C, E)          \
+#define WHP_FIELDS_ResourceEstimates(A, C, T, ...)     \
   A(BRAM, "BRAM", U32, Required)                       \
   A(DSP, "DSP", U32, Required)                         \
   A(FF, "FF", U32, Required)                           \
@@ -236,9 +171,9 @@ WHP_RECORD(NocConnectivity, WHP_FIELDS_NocConnectivity)
   A(NocPlNmu, "nocPlNmu", U32, Optional)               \
   A(NocTilNsu, "nocTilNsu", U32, Optional)             \
   A(NocTilNmu, "nocTilNmu", U32, Optional)
-WHP_RECORD(ResourceEstimates, WHP_FIELDS_ResourceEstimates)
+ZR_XML_RECORD(ResourceEstimates, WHP_FIELDS_ResourceEstimates)
 
-#define WHP_FIELDS_Component(A, C, E)                          \
+#define WHP_FIELDS_Component(A, C, T, ...)                     \
   A(Name, "name", String, Required)                            \
   A(Library, "library", String, Required)                      \
   A(Version, "version", Decimal, Required)                     \
@@ -253,18 +188,18 @@ WHP_RECORD(ResourceEstimates, WHP_FIELDS_ResourceEstimates)
   C(BusInterface, "busInterface", BusInterface, Many)          \
   C(NocConnectivity, "nocConnectivity", NocConnectivity, Many) \
   C(ResourceEstimates, "resourceEstimates", ResourceEstimates, Opt)
-WHP_RECORD(Component, WHP_FIELDS_Component)
+ZR_XML_RECORD(Component, WHP_FIELDS_Component)
 
-#define WHP_FIELDS_Repository(A, C, E)     \
-  A(Name, "name", String, Required)        \
-  A(Library, "library", String, Required)  \
-  A(Version, "version", Decimal, Required) \
-  A(Vendor, "vendor", String, Required)    \
+#define WHP_FIELDS_Repository(A, C, T, ...) \
+  A(Name, "name", String, Required)         \
+  A(Library, "library", String, Required)   \
+  A(Version, "version", Decimal, Required)  \
+  A(Vendor, "vendor", String, Required)     \
   C(Component, "component", Component, One)
 
 // The document element of a hardware platform file.
 class Repository {
-  WHP_RECORD_BODY(Repository, WHP_FIELDS_Repository)
+  ZR_XML_RECORD_BODY(Repository, WHP_FIELDS_Repository)
 
  public:
   // Parse a whole document held in memory, or a file, and replace the

@@ -14,15 +14,13 @@
 
 namespace {
 
-using TEQSoftwarePlatform::Attribute;
-
-std::string text(const Attribute& a) { return HI18N::convert(a.get()); }
 std::string text(const std::wstring& s) { return HI18N::convert(s); }
 
 // Calls the setter with the attribute's text when the document set it.
 template <class Target>
-void setIfSet(Target* target, void (Target::*setter)(const std::string&), const Attribute& a) {
-  if (a.isSet()) (target->*setter)(text(a));
+void setIfSet(Target* target, void (Target::*setter)(const std::string&), bool isSet,
+              const std::wstring& value) {
+  if (isSet) (target->*setter)(text(value));
 }
 
 // The XML layer puts "file:line: " in front of its reason; the reader's text
@@ -61,69 +59,71 @@ bool HTEQSoftwarePlatformXMLReader::parseFile() {
 void HTEQSoftwarePlatformXMLReader::parsePlatform_(const TEQSoftwarePlatform::Platform& platform) {
   // Vendor, library, name, version and description of the root identify the
   // file; the model takes nothing from them, only from the configurations.
-  parseSystemConfigurations_(platform.systemConfigurations);
+  parseSystemConfigurations_(platform.GetSystemConfigurations());
 }
 
 void HTEQSoftwarePlatformXMLReader::parseSystemConfigurations_(
     const TEQSoftwarePlatform::SystemConfigurations& configs) {
   if (platform_ == nullptr) return;
-  platform_->setDefaultConfigName(text(configs.defaultConfiguration));
-  for (const auto& config : configs.configurations) parseConfiguration_(config);
+  platform_->setDefaultConfigName(text(configs.GetDefaultConfiguration()));
+  for (std::size_t i = 0; i < configs.SizeConfiguration(); ++i)
+    parseConfiguration_(configs.GetConfiguration(i));
 }
 
 void HTEQSoftwarePlatformXMLReader::parseConfiguration_(const TEQSoftwarePlatform::Configuration& config) {
   HTEQSystemConfig* sc = platform_->addSystemConfig();
-  sc->setName(text(config.name));
-  sc->setPrettyName(text(config.displayName));
-  sc->setDesc(text(config.description));
-  if (config.prebuilt) sc->setPrebuiltData(text(config.prebuilt->data));
-  if (config.defaultProcessorGroup.isSet()) sc->setDefaultProcGrpName(text(config.defaultProcessorGroup));
-  if (config.runtimes.isSet()) {
+  sc->setName(text(config.GetName()));
+  sc->setPrettyName(text(config.GetDisplayName()));
+  sc->setDesc(text(config.GetDescription()));
+  if (config.IssetPrebuilt()) sc->setPrebuiltData(text(config.GetPrebuilt().GetData()));
+  if (config.IssetDefaultProcessorGroup()) sc->setDefaultProcGrpName(text(config.GetDefaultProcessorGroup()));
+  if (config.IssetRuntimes()) {
     // Every piece counts, an empty one between two commas included.
-    for (const std::string& runtime : HSTStringUtils::split(text(config.runtimes), ','))
+    for (const std::string& runtime : HSTStringUtils::split(text(config.GetRuntimes()), ','))
       sc->addRuntime(runtime);
   }
 
-  for (const auto& group : config.processorGroups) {
+  for (std::size_t i = 0; i < config.SizeProcessorGroup(); ++i) {
+    const TEQSoftwarePlatform::ProcessorGroup& group = config.GetProcessorGroup(i);
     HTEQProcessorGroup* pg = sc->addProcessorGroup();
-    pg->setName(text(group.name));
-    pg->setPrettyName(text(group.displayName));
-    pg->setCpuType(text(group.cpuType));
-    setIfSet(pg, &HTEQProcessorGroup::setArch, group.architecture);
-    setIfSet(pg, &HTEQProcessorGroup::setCpuInstance, group.cpuInstance);
-    const auto& os = group.os;
-    pg->setOSName(text(os.name));
-    pg->setOSPrettyName(text(os.displayName));
-    setIfSet(pg, &HTEQProcessorGroup::setIncludePaths, os.includePaths);
-    setIfSet(pg, &HTEQProcessorGroup::setLibraryPaths, os.libraryPaths);
-    setIfSet(pg, &HTEQProcessorGroup::setSysRoot, os.sysRoot);
-    setIfSet(pg, &HTEQProcessorGroup::setBSPLibraryPaths, os.bspLibraryPaths);
-    setIfSet(pg, &HTEQProcessorGroup::setBSPIncludePaths, os.bspIncludePaths);
-    setIfSet(pg, &HTEQProcessorGroup::setCompilerOptions, os.compilerOptions);
-    setIfSet(pg, &HTEQProcessorGroup::setLinkerOptions, os.linkerOptions);
-    if (os.hypervisorGuest.isSet() && HSTStringUtils::iequals(text(os.hypervisorGuest), "yes"))
+    pg->setName(text(group.GetName()));
+    pg->setPrettyName(text(group.GetDisplayName()));
+    pg->setCpuType(text(group.GetCpuType()));
+    setIfSet(pg, &HTEQProcessorGroup::setArch, group.IssetArchitecture(), group.GetArchitecture());
+    setIfSet(pg, &HTEQProcessorGroup::setCpuInstance, group.IssetCpuInstance(), group.GetCpuInstance());
+    const TEQSoftwarePlatform::Os& os = group.GetOs();
+    pg->setOSName(text(os.GetName()));
+    pg->setOSPrettyName(text(os.GetDisplayName()));
+    setIfSet(pg, &HTEQProcessorGroup::setIncludePaths, os.IssetIncludePaths(), os.GetIncludePaths());
+    setIfSet(pg, &HTEQProcessorGroup::setLibraryPaths, os.IssetLibraryPaths(), os.GetLibraryPaths());
+    setIfSet(pg, &HTEQProcessorGroup::setSysRoot, os.IssetSysRoot(), os.GetSysRoot());
+    setIfSet(pg, &HTEQProcessorGroup::setBSPLibraryPaths, os.IssetBspLibraryPaths(), os.GetBspLibraryPaths());
+    setIfSet(pg, &HTEQProcessorGroup::setBSPIncludePaths, os.IssetBspIncludePaths(), os.GetBspIncludePaths());
+    setIfSet(pg, &HTEQProcessorGroup::setCompilerOptions, os.IssetCompilerOptions(), os.GetCompilerOptions());
+    setIfSet(pg, &HTEQProcessorGroup::setLinkerOptions, os.IssetLinkerOptions(), os.GetLinkerOptions());
+    if (os.IssetHypervisorGuest() && HSTStringUtils::iequals(text(os.GetHypervisorGuest()), "yes"))
       pg->setHypervisorGuest(true);
   }
 
-  if (config.bootImages) {
-    const auto& image = config.bootImages->image;
-    sc->setDefaultBootImgName(text(config.bootImages->defaultImage));
+  if (config.IssetBootImages()) {
+    const TEQSoftwarePlatform::Image& image = config.GetBootImages().GetImage();
+    sc->setDefaultBootImgName(text(config.GetBootImages().GetDefault()));
     HTEQBootImg* img = sc->addBootImg();
-    img->setName(text(image.name));
-    img->setBif(text(image.bif));
-    img->setReadMe(text(image.readme));
-    setIfSet(img, &HTEQBootImg::setType, image.type);
-    setIfSet(img, &HTEQBootImg::setImgData, image.imageData);
-    setIfSet(img, &HTEQBootImg::setRootFS, image.rootfs);
-    setIfSet(img, &HTEQBootImg::setBootMode, image.bootmode);
-    setIfSet(img, &HTEQBootImg::setMountPath, image.mountPath);
-    setIfSet(img, &HTEQBootImg::setQemuArgs, image.qemuArguments);
-    setIfSet(img, &HTEQBootImg::setQemuBoot, image.qemuBoot);
-    setIfSet(img, &HTEQBootImg::setQemuDevTree, image.qemuDevicetree);
+    img->setName(text(image.GetName()));
+    img->setBif(text(image.GetBif()));
+    img->setReadMe(text(image.GetReadme()));
+    setIfSet(img, &HTEQBootImg::setType, image.IssetType(), image.GetType());
+    setIfSet(img, &HTEQBootImg::setImgData, image.IssetImageData(), image.GetImageData());
+    setIfSet(img, &HTEQBootImg::setRootFS, image.IssetRootfs(), image.GetRootfs());
+    setIfSet(img, &HTEQBootImg::setBootMode, image.IssetBootmode(), image.GetBootmode());
+    setIfSet(img, &HTEQBootImg::setMountPath, image.IssetMountPath(), image.GetMountPath());
+    setIfSet(img, &HTEQBootImg::setQemuArgs, image.IssetQemuArguments(), image.GetQemuArguments());
+    setIfSet(img, &HTEQBootImg::setQemuBoot, image.IssetQemuBoot(), image.GetQemuBoot());
+    setIfSet(img, &HTEQBootImg::setQemuDevTree, image.IssetQemuDevicetree(), image.GetQemuDevicetree());
     // QEMU support is no attribute of its own: an image that says how to run
     // under QEMU makes its configuration QEMU-capable.
-    if (image.qemuArguments.isSet() || image.qemuBoot.isSet() || image.qemuDevicetree.isSet())
+    if (image.IssetQemuArguments() || image.IssetQemuBoot() || image.IssetQemuDevicetree())
       sc->setSupportsQemu(true);
-    setIfSet(img, &HTEQBootImg::setHwBootBin, image.hwBootBin);
+    setIfSet(img, &HTEQBootImg::setHwBootBin, image.IssetHwBootBin(), image.GetHwBootBin());
   }
 }

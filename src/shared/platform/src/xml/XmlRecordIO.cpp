@@ -73,6 +73,10 @@ void PlainConversions::fromText(const std::string& text, std::int64_t& out, int 
   out = value;
 }
 
+void PlainConversions::fromText(const std::string& text, Decimal& out, int, const char*) {
+  out = Decimal(HSTStringUtils::trim(text));
+}
+
 std::string PlainConversions::toText(const std::wstring& value) { return HI18N::convert(value); }
 std::string PlainConversions::toText(std::uint8_t value) {
   return std::to_string(static_cast<unsigned>(value));
@@ -80,6 +84,17 @@ std::string PlainConversions::toText(std::uint8_t value) {
 std::string PlainConversions::toText(std::uint32_t value) { return std::to_string(value); }
 std::string PlainConversions::toText(std::uint64_t value) { return std::to_string(value); }
 std::string PlainConversions::toText(std::int64_t value) { return std::to_string(value); }
+std::string PlainConversions::toText(const Decimal& value) { return value.get_as_string(); }
+
+void requireElement(const zr_xml::Node& node, const char* localName, const char* nsUri, const char* prefix) {
+  if (node.name() == localName && node.nsUri() == nsUri) return;
+  if (*nsUri == '\0')
+    throw HXMLException(std::string("the document element is not '") + localName + "' in no namespace",
+                        node.line());
+  throw HXMLException(
+      std::string("the document element is not '") + prefix + ":" + localName + "' in the namespace " + nsUri,
+      node.line());
+}
 
 bool isXmlText(const std::wstring& value) {
   for (wchar_t wc : value) {

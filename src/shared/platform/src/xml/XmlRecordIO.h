@@ -28,12 +28,15 @@ struct PlainConversions {
   static void fromText(const std::string& text, std::uint32_t& out, int line, const char* name);
   static void fromText(const std::string& text, std::uint64_t& out, int line, const char* name);
   static void fromText(const std::string& text, std::int64_t& out, int line, const char* name);
+  // A decimal keeps its text, without the blanks around it.
+  static void fromText(const std::string& text, Decimal& out, int line, const char* name);
 
   static std::string toText(const std::wstring& value);
   static std::string toText(std::uint8_t value);
   static std::string toText(std::uint32_t value);
   static std::string toText(std::uint64_t value);
   static std::string toText(std::int64_t value);
+  static std::string toText(const Decimal& value);
 };
 
 // Whether XML can carry the text at all: it refuses most control characters.
@@ -43,8 +46,44 @@ bool isXmlText(const T&) {
   return true;
 }
 
+// The name of the first element a record's fields expect, or null when they
+// expect none: what tells the alternatives of a choice apart.
+class LeadingElement {
+ public:
+  template <class R>
+  static const char* of() {
+    LeadingElement v;
+    const R record;
+    record.visit(v);
+    return v.name_;
+  }
+
+  template <class... Ignored>
+  void attribute(const Ignored&...) {}
+  template <class... Ignored>
+  void text(const char* name, const Ignored&...) {
+    take(name);
+  }
+  template <class... Ignored>
+  void child(const char* name, const Ignored&...) {
+    take(name);
+  }
+  template <class R>
+  void alternative(const char*, const Single<R>&) {
+    if (!name_) name_ = of<R>();
+  }
+
+ private:
+  void take(const char* name) {
+    if (!name_) name_ = name;
+  }
+  const char* name_ = nullptr;
+};
+
 // Fills a record from an element of a validated document. A text field is a
-// child element that holds only text; it is held like an attribute.
+// child element that holds only text; it is held like an attribute. Of a
+// choice, the first alternative whose leading element the element holds is
+// read (the schema has made sure that one fits), from the same element.
 template <class Conv>
 class BasicRecordReader {
  public:
@@ -78,15 +117,25 @@ class BasicRecordReader {
   void child(const char* name, List<R>& holder, ChildOccurs) {
     for (const zr_xml::Node& node : node_.children(name)) read(node, holder.append());
   }
+  template <class R>
+  void alternative(const char*, Single<R>& holder) {
+    if (chosen_) return;
+    const char* leading = LeadingElement::of<R>();
+    if (leading && !node_.child(leading)) return;
+    chosen_ = true;
+    read(node_, holder.get());
+  }
 
  private:
   explicit BasicRecordReader(const zr_xml::Node& node) : node_(node) {}
   zr_xml::Node node_;
+  bool chosen_ = false;
 };
 using RecordReader = BasicRecordReader<PlainConversions>;
 
 // Writes a record into an element being built: set attributes, then present
-// children and text fields, each in table order.
+// children and text fields, each in table order. The alternative held of a
+// choice writes its fields into the same element.
 template <class Conv>
 class BasicRecordWriter {
  public:
@@ -112,6 +161,10 @@ class BasicRecordWriter {
   void child(const char* name, const List<R>& holder, ChildOccurs) {
     for (std::size_t i = 0; i < holder.size(); ++i) write(element_.addChild(name), holder.at(i));
   }
+  template <class R>
+  void alternative(const char*, const Single<R>& holder) {
+    if (holder.isSet()) write(element_, holder.get());
+  }
 
  private:
   explicit BasicRecordWriter(zr_xml::Builder::Element element) : element_(element) {}
@@ -120,14 +173,17 @@ class BasicRecordWriter {
 
 // Finds the first required attribute or text field that is unset, required
 // child that is missing, list that must hold an item and is empty, or text
-// that XML cannot carry. `path` names the element as "Root/CFA/Devices".
-// A text field is always required.
+// that XML cannot carry, or a choice none of whose alternatives is held.
+// `path` names the element as "Root/CFA/Devices". A text field is always
+// required.
 class OccursChecker {
  public:
   template <class R>
   static bool check(const std::string& path, const R& record, std::string* why) {
     OccursChecker checker(path);
     record.visit(checker);
+    if (checker.ok_ && checker.alternatives_ && !checker.chosen_)
+      checker.fail("the element '" + path + "' holds none of its alternatives");
     if (!checker.ok_ && why) *why = checker.why_;
     return checker.ok_;
   }
@@ -164,6 +220,14 @@ class OccursChecker {
     else if (!isXmlText(holder.get()))
       fail("the element '" + path_ + "/" + name + "' holds a character that XML cannot carry");
   }
+  template <class R>
+  void alternative(const char*, const Single<R>& holder) {
+    alternatives_ = true;
+    if (!ok_ || !holder.isSet()) return;
+    chosen_ = true;
+    std::string why;
+    if (!check(path_, holder.get(), &why)) fail(why);
+  }
 
  private:
   explicit OccursChecker(std::string path) : path_(std::move(path)) {}
@@ -180,7 +244,32 @@ class OccursChecker {
   std::string path_;
   std::string why_;
   bool ok_ = true;
+  bool alternatives_ = false;
+  bool chosen_ = false;
 };
+
+// Defines Record::IsOccursOk; `path` names the record's element in the reason.
+#define ZR_XML_DEFINE_OCCURS_OK(Record, path)                       \
+  bool Record::IsOccursOk(std::string* why) const {                 \
+    return ::zr_xml_record::OccursChecker::check(path, *this, why); \
+  }
+
+// Throws HXMLException unless the element is `localName` in the namespace
+// `nsUri` (no namespace when empty); `prefix` is how the format writes it.
+void requireElement(const zr_xml::Node& node, const char* localName, const char* nsUri = "",
+                    const char* prefix = "");
+
+// Replaces `target` with the record read from the document element, which
+// must be `rootName` (see requireElement); on failure `target` is unchanged.
+template <class Conv = PlainConversions, class R>
+void unmarshalRecord(const zr_xml::Document& doc, R& target, const char* rootName, const char* nsUri = "",
+                     const char* prefix = "") {
+  const zr_xml::Node top = doc.root();
+  requireElement(top, rootName, nsUri, prefix);
+  R parsed;
+  BasicRecordReader<Conv>::read(top, parsed);
+  target.Swap(parsed);
+}
 
 // The document text of a root record: its occurrence rules checked first
 // (a clear error naming what is missing), then built, validated against the

@@ -3,21 +3,34 @@
 
 // Building blocks of the in-memory records of an XML schema: an attribute with
 // its set/unset state, an owned optional child, an owned ordered list of
-// children, and the macros that turn a field table into a record class.
+// children, a decimal kept as text, and the macros that turn a field table
+// into a record class.
 //
-// A record is declared from one table that lists its attributes and children
-// in document order:
+// A record is declared from one table that lists its fields in document order:
 //
-//   #define MY_FIELDS(A, C) A(Name, String, Required, ) A(Count, U32, Optional, 7) C(Kid, Kid, Opt)
+//   #define MY_FIELDS(A, C, ...) A(Name, "name", String, Required) A(Count, "count", U32, Optional, 7)
 //   ZR_XML_RECORD(MyRecord, MY_FIELDS)
+//   #define PARENT_FIELDS(A, C, ...) C(Kid, "kid", MyRecord, Opt)
+//   ZR_XML_RECORD(Parent, PARENT_FIELDS)
 //
-// A(attribute name, value type, Required|Optional, initial value or empty for
-// the type's zero) and C(element name, record type, One|Opt|Many|OneOrMore).
+// The table macro takes the four row kinds in the order (A, C, T, X); a table
+// names those it uses and ends with `...`.
+//   A(Member, "xml name", value type, Required|Optional[, initial value]): an attribute.
+//   C(Member, "xml name", record type, One|Opt|Many|OneOrMore): a child element.
+//   T(Member, "xml name", value type): a required child element that holds only text.
+//   X(Member, record type): one alternative of the element's choice. The
+//     alternative's record is a group: its fields live in this element, not in
+//     one of their own. Exactly one alternative is held at a time.
+// A value type is the suffix of a ZR_XML_TYPE_ macro below; a format that
+// needs another defines ZR_XML_TYPE_<Name> and gives its conversions (see
+// XmlRecordIO.h).
+//
 // The table yields the members, the accessors (Get/Set/Isset/Unset for an
-// attribute; Isset/Get/Assign/Unset for a single child; Size/Get/Append/
-// Insert/Assign/Delete/Clear for a list), value equality, Swap, Reset, Clone,
-// and a visit() that hands every field, in order, to a reader, writer or
-// checker (see XmlRecordIO.h).
+// attribute or a text element; Isset/Get/Assign/Unset for a single child;
+// Size/Get/Append/Insert/Assign/Delete/Clear for a list; Isset/Get/Select for
+// an alternative, where Select drops the other alternatives), value equality,
+// Swap, Reset, Clone, and a visit() that hands every field, in order, to a
+// reader, writer or checker (see XmlRecordIO.h).
 
 #include <cstddef>
 #include <cstdint>
@@ -146,6 +159,34 @@ class List {
   std::vector<std::unique_ptr<T>> items_;
 };
 
+// A decimal number kept as the text the document gave, blanks removed: "1.10"
+// stays "1.10".
+class Decimal {
+ public:
+  Decimal() = default;
+  explicit Decimal(std::string text) : text_(std::move(text)) {}
+  const std::string& get_as_string() const { return text_; }
+  bool operator==(const Decimal& other) const { return text_ == other.text_; }
+
+ private:
+  std::string text_;
+};
+
+// Drops every alternative of a record's choice; Select<alternative> uses it
+// before it takes its own.
+struct ChoiceReset {
+  template <class... Ignored>
+  void attribute(const Ignored&...) {}
+  template <class... Ignored>
+  void text(const Ignored&...) {}
+  template <class... Ignored>
+  void child(const Ignored&...) {}
+  template <class R>
+  void alternative(const char*, Single<R>& holder) {
+    holder.unset();
+  }
+};
+
 }  // namespace zr_xml_record
 
 // Value types of attributes.
@@ -154,6 +195,7 @@ class List {
 #define ZR_XML_TYPE_U32 std::uint32_t
 #define ZR_XML_TYPE_U64 std::uint64_t
 #define ZR_XML_TYPE_S64 std::int64_t
+#define ZR_XML_TYPE_Decimal ::zr_xml_record::Decimal
 
 // Holders of children by cardinality.
 #define ZR_XML_HOLDER_One ::zr_xml_record::Single
@@ -161,16 +203,28 @@ class List {
 #define ZR_XML_HOLDER_Many ::zr_xml_record::List
 #define ZR_XML_HOLDER_OneOrMore ::zr_xml_record::List
 
-#define ZR_XML_ATTR_MEMBER(N, T, U, D) ::zr_xml_record::Attribute<ZR_XML_TYPE_##T> m_##N{ZR_XML_TYPE_##T{D}};
-#define ZR_XML_CHILD_MEMBER(N, R, O) ZR_XML_HOLDER_##O<R> m_##N;
+#define ZR_XML_ATTR_MEMBER(N, X, T, U, ...) \
+  ::zr_xml_record::Attribute<ZR_XML_TYPE_##T> m_##N{ZR_XML_TYPE_##T{__VA_ARGS__}};
+#define ZR_XML_CHILD_MEMBER(N, X, R, O) ZR_XML_HOLDER_##O<R> m_##N;
+#define ZR_XML_TEXT_MEMBER(N, X, T) ::zr_xml_record::Attribute<ZR_XML_TYPE_##T> m_##N;
+#define ZR_XML_ALT_MEMBER(N, R) ::zr_xml_record::Single<R> m_##N;
 
-#define ZR_XML_ATTR_API(N, T, U, D)                               \
+#define ZR_XML_ATTR_API(N, X, T, U, ...)                          \
   const ZR_XML_TYPE_##T& Get##N() const { return m_##N.get(); }   \
   void Set##N(const ZR_XML_TYPE_##T& value) { m_##N.set(value); } \
   bool Isset##N() const { return m_##N.isSet(); }                 \
-  void Unset##N() { m_##N.unset(ZR_XML_TYPE_##T{D}); }
+  void Unset##N() { m_##N.unset(ZR_XML_TYPE_##T{__VA_ARGS__}); }
+#define ZR_XML_TEXT_API(N, X, T) ZR_XML_ATTR_API(N, X, T, Required)
+#define ZR_XML_ALT_API(N, R)                      \
+  bool Isset##N() const { return m_##N.isSet(); } \
+  const R& Get##N() const { return m_##N.get(); } \
+  R& Select##N() {                                \
+    ::zr_xml_record::ChoiceReset reset;           \
+    visit(reset);                                 \
+    return m_##N.get();                           \
+  }
 
-#define ZR_XML_CHILD_API(N, R, O) ZR_XML_CHILD_API_##O(N, R)
+#define ZR_XML_CHILD_API(N, X, R, O) ZR_XML_CHILD_API_##O(N, R)
 #define ZR_XML_CHILD_API_One(N, R) ZR_XML_SINGLE_API(N, R)
 #define ZR_XML_CHILD_API_Opt(N, R) ZR_XML_SINGLE_API(N, R)
 #define ZR_XML_CHILD_API_Many(N, R) ZR_XML_LIST_API(N, R)
@@ -195,33 +249,38 @@ class List {
   void Delete##N(std::size_t index) { m_##N.erase(index); }                              \
   void Clear##N() { m_##N.clear(); }
 
-#define ZR_XML_ATTR_VISIT(N, T, U, D) v.attribute(#N, m_##N, ::zr_xml_record::AttrUse::k##U);
-#define ZR_XML_CHILD_VISIT(N, R, O) v.child(#N, m_##N, ::zr_xml_record::ChildOccurs::k##O);
+#define ZR_XML_ATTR_VISIT(N, X, T, U, ...) v.attribute(X, m_##N, ::zr_xml_record::AttrUse::k##U);
+#define ZR_XML_CHILD_VISIT(N, X, R, O) v.child(X, m_##N, ::zr_xml_record::ChildOccurs::k##O);
+#define ZR_XML_TEXT_VISIT(N, X, T) v.text(X, m_##N);
+#define ZR_XML_ALT_VISIT(N, R) v.alternative(#N, m_##N);
 #define ZR_XML_FIELD_EQ(N, ...) &&m_##N == other.m_##N
 
 // The body of a record class; ZR_XML_RECORD closes it, a record with
 // operations of its own closes it itself.
-#define ZR_XML_RECORD_BODY(Record, FIELDS)                                                             \
- private:                                                                                              \
-  FIELDS(ZR_XML_ATTR_MEMBER, ZR_XML_CHILD_MEMBER)                                                      \
-                                                                                                       \
- public:                                                                                               \
-  bool operator==(const Record& other) const { return true FIELDS(ZR_XML_FIELD_EQ, ZR_XML_FIELD_EQ); } \
-  bool operator!=(const Record& other) const { return !(*this == other); }                             \
-  void Swap(Record& other) noexcept { std::swap(*this, other); }                                       \
-  void Reset() { *this = Record(); }                                                                   \
-  std::unique_ptr<Record> Clone() const { return std::make_unique<Record>(*this); }                    \
-  /* True when every required attribute is set and every required child is */                          \
-  /* present, in the whole subtree; otherwise `why` names the first gap. */                            \
-  bool IsOccursOk(std::string* why = nullptr) const;                                                   \
-  FIELDS(ZR_XML_ATTR_API, ZR_XML_CHILD_API)                                                            \
-  template <class V>                                                                                   \
-  void visit(V& v) {                                                                                   \
-    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                                      \
-  }                                                                                                    \
-  template <class V>                                                                                   \
-  void visit(V& v) const {                                                                             \
-    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT)                                                      \
+#define ZR_XML_RECORD_BODY(Record, FIELDS)                                                  \
+ private:                                                                                   \
+  FIELDS(ZR_XML_ATTR_MEMBER, ZR_XML_CHILD_MEMBER, ZR_XML_TEXT_MEMBER, ZR_XML_ALT_MEMBER)    \
+                                                                                            \
+ public:                                                                                    \
+  bool operator==(const Record& other) const {                                              \
+    return true FIELDS(ZR_XML_FIELD_EQ, ZR_XML_FIELD_EQ, ZR_XML_FIELD_EQ, ZR_XML_FIELD_EQ); \
+  }                                                                                         \
+  bool operator!=(const Record& other) const { return !(*this == other); }                  \
+  void Swap(Record& other) noexcept { std::swap(*this, other); }                            \
+  void Reset() { *this = Record(); }                                                        \
+  std::unique_ptr<Record> Clone() const { return std::make_unique<Record>(*this); }         \
+  /* True when every required attribute is set, every required child is present */          \
+  /* and one alternative of a choice is held, in the whole subtree; otherwise */            \
+  /* `why` names the first gap. Defined by ZR_XML_DEFINE_OCCURS_OK. */                      \
+  bool IsOccursOk(std::string* why = nullptr) const;                                        \
+  FIELDS(ZR_XML_ATTR_API, ZR_XML_CHILD_API, ZR_XML_TEXT_API, ZR_XML_ALT_API)                \
+  template <class V>                                                                        \
+  void visit(V& v) {                                                                        \
+    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT, ZR_XML_TEXT_VISIT, ZR_XML_ALT_VISIT)      \
+  }                                                                                         \
+  template <class V>                                                                        \
+  void visit(V& v) const {                                                                  \
+    FIELDS(ZR_XML_ATTR_VISIT, ZR_XML_CHILD_VISIT, ZR_XML_TEXT_VISIT, ZR_XML_ALT_VISIT)      \
   }
 
 #define ZR_XML_RECORD(Record, FIELDS)  \
