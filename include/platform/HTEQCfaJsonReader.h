@@ -1,10 +1,12 @@
 #ifndef PLATFORM_HTEQCFAJSONREADER_H
 #define PLATFORM_HTEQCFAJSONREADER_H
 
+#include <memory>
 #include <string>
 
 #include "platform/PlatformLoader.h"
 
+class ArchiveMemberCache;
 class HPLPlatform;
 namespace zr_json {
 struct JsonNode;
@@ -23,6 +25,12 @@ class ZR_PLATFORM_API HTEQCfaJsonReader {
   using Mode = teq_platform::PlatformLoader::HwMetadataMode;
 
   explicit HTEQCfaJsonReader(HPLPlatform* platform);
+
+  // Where what is made of the archive's other members (emulation metadata,
+  // the hpfm) is kept, so that the readers of one load read and parse each
+  // member once; the cache must outlive the reader. Without one (or with
+  // null) the reader keeps its own.
+  void setMemberCache(ArchiveMemberCache* cache);
 
   // Whether the archive holds a JSON member the mode allows, and which.
   // Without PrimaryJsonOnly the "alt_" member wins when both are there.
@@ -63,6 +71,8 @@ class ZR_PLATFORM_API HTEQCfaJsonReader {
 
   HPLPlatform* platform_;
   std::string archive_;
+  std::shared_ptr<ArchiveMemberCache> ownCache_;
+  ArchiveMemberCache* cache_;
 };
 
 #endif

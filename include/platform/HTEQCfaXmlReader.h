@@ -1,10 +1,12 @@
 #ifndef PLATFORM_HTEQCFAXMLREADER_H
 #define PLATFORM_HTEQCFAXMLREADER_H
 
+#include <memory>
 #include <string>
 
 #include "platform/ZrPlatformExport.h"
 
+class ArchiveMemberCache;
 class HPLBoard;
 class HPLCore;
 class HPLDevice;
@@ -54,6 +56,12 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
   HTEQCfaXmlReader(const HTEQCfaXmlReader&) = delete;
   HTEQCfaXmlReader& operator=(const HTEQCfaXmlReader&) = delete;
 
+  // Where what is made of the archive's other members (hpfm, emulation
+  // metadata) is kept, so that the readers of one load read and parse each
+  // member once; the cache must outlive the reader. Without one (or with
+  // null) the reader keeps its own.
+  void setMemberCache(ArchiveMemberCache* cache);
+
   // Reads the whole member into the platform; true on success.
   bool parseCFA();
   // Reads the same member only to learn the version of its format; like
@@ -101,6 +109,8 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
   std::string file_;
   HPLPlatform* platform_;
   std::string errorMsg_;
+  std::shared_ptr<ArchiveMemberCache> ownCache_;
+  ArchiveMemberCache* cache_;
 };
 
 #endif

@@ -7,6 +7,7 @@
 
 class HTEQHardwarePlatform;
 class HTEQHardwareBusInterface;
+class HXMLException;
 
 namespace WELHardwarePlatform {
 class Repository;
@@ -55,6 +56,15 @@ class ZR_PLATFORM_API HTEQHpfmReader {
   // Fills the platform from a document already read.
   void parseRepository(const WELHardwarePlatform::Repository& repository);
 
+  // Parses the text given at construction into `repository` without filling
+  // the platform, so that one parse can serve several fills. Failures are
+  // reported as for parseStream.
+  bool parseDocument(WELHardwarePlatform::Repository& repository);
+  // Add only the component's bus interfaces, or only its NoC connectivity
+  // records, of a document already read.
+  void addBusInterfaces(const WELHardwarePlatform::Repository& repository);
+  void addNocConnectivity(const WELHardwarePlatform::Repository& repository);
+
   // Everything reported so far; empty until a failure.
   const std::string& getErrorMsg() const { return errorMsg_; }
 
@@ -62,6 +72,7 @@ class ZR_PLATFORM_API HTEQHpfmReader {
   enum class Scope { kAll, kBusInterfaces, kNocConnectivity };
 
   bool parseText_(Scope scope);
+  void reportStreamFailure_(const HXMLException& e);
   void parseComponent_(const WELHardwarePlatform::Component& component);
   void parseDeviceInfo_(const WELHardwarePlatform::DeviceInfo& info);
   void parseSystemClocks_(const WELHardwarePlatform::SystemClocks& clocks);

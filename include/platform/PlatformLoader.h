@@ -1,12 +1,14 @@
 #ifndef PLATFORM_PLATFORMLOADER_H
 #define PLATFORM_PLATFORMLOADER_H
 
+#include <map>
 #include <memory>
 #include <string>
 
 #include "platform/PlatformParseException.h"
 #include "platform/ZrPlatformExport.h"
 
+class ArchiveMemberCache;
 class HTEQPlatform;
 class HTEQHardwarePlatform;
 class HTEQReconfigurablePartition;
@@ -22,6 +24,10 @@ namespace teq_platform {
 // descriptor and PlatformParseException for an invalid one. load() turns a
 // PlatformParseException into message "@74-60@%s" and a null result, after
 // which the loader holds no platform; any other exception passes through.
+//
+// A load reads and parses each archive member once, however many file
+// entries or platforms name it; reconfigurable partitions that name one
+// hardware file share the one hardware object read from it.
 class ZR_PLATFORM_API PlatformLoader {
  public:
   // Where hardware metadata is read from.
@@ -58,12 +64,18 @@ class ZR_PLATFORM_API PlatformLoader {
  private:
   void attachRPHardwarePlatform_(HTEQReconfigurablePartition* partition);
   void attachRPHardwareEmulationPlatform_(HTEQReconfigurablePartition* partition);
+  HTEQHardwarePlatform* partitionPlatform_(const std::string& file, const char* failure);
+  ArchiveMemberCache* memberCache_();
+  class LoadScope;
 
   std::shared_ptr<HTEQPlatform> platform_ptr_;
   std::string file_;
   FileKind fileKind_ = ZdfFile;
   bool loaded_ = false;
   HwMetadataMode mode_;
+  // What the current load made; emptied when it ends.
+  std::unique_ptr<ArchiveMemberCache> members_;
+  std::map<std::string, HTEQHardwarePlatform*> partitionPlatforms_;
 };
 
 }  // namespace teq_platform

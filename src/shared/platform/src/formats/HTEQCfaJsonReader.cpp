@@ -6,6 +6,9 @@
 #include <fstream>
 #include <iterator>
 
+#include "archives/ArchiveMemberCache.h"
+#include "emulation/HTEQEmulationCfaMember.h"
+#include "formats/TEQHpfmLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
@@ -127,9 +130,23 @@ void parseBusInterfaces(const Node& list, Add add) {
   }
 }
 
+// The hpfm member of an archive as the JSON route reads it: absent or empty
+// (no document), a document, or a text that does not parse (no document
+// either, reported once).
+struct HpfmMember {
+  std::string text;
+  std::unique_ptr<WELHardwarePlatform::Repository> document;
+};
+const char kHpfmKind[] = "json route hpfm";
+
 }  // namespace
 
-HTEQCfaJsonReader::HTEQCfaJsonReader(HPLPlatform* platform) : platform_(platform) {}
+HTEQCfaJsonReader::HTEQCfaJsonReader(HPLPlatform* platform)
+    : platform_(platform), ownCache_(std::make_shared<ArchiveMemberCache>()), cache_(ownCache_.get()) {}
+
+void HTEQCfaJsonReader::setMemberCache(ArchiveMemberCache* cache) {
+  cache_ = cache != nullptr ? cache : ownCache_.get();
+}
 
 bool HTEQCfaJsonReader::canParse(const std::string& archive, Mode mode, std::string& member) {
   return locateMembers_(archive, mode, member, nullptr);
@@ -372,10 +389,27 @@ void HTEQCfaJsonReader::parseRoot_(const Node& root) {
 
   // An archive with an hpfm member takes its bus interfaces and NoC records
   // from it; the document's own lists count only without one.
-  const std::string hpfm = getHpfmStr();
-  if (!readHpfmBusInterfaces(hpfm))
+  // The member is parsed once for both lists, and once per load however many
+  // platforms of the load name it.
+  const std::string hpfmName = getHpfmFile();
+  std::shared_ptr<const HpfmMember> hpfm;
+  if (!hpfmName.empty()) {
+    hpfm = cache_->get<HpfmMember>(kHpfmKind, archive_, hpfmName, [this] {
+      auto member = std::make_unique<HpfmMember>();
+      member->text = getHpfmStr();
+      if (member->text.empty()) return member;
+      auto document = std::make_unique<WELHardwarePlatform::Repository>();
+      if (HTEQHpfmReader(member->text, nullptr).parseDocument(*document))
+        member->document = std::move(document);
+      return member;
+    });
+  }
+  if (hpfm && hpfm->document) {
+    HTEQHpfmReader reader(hpfm->text, platform_);
+    reader.addBusInterfaces(*hpfm->document);
+    reader.addNocConnectivity(*hpfm->document);
+  } else {
     parseBusInterfaces(items(root, "busInterfaces"), [&p] { return p.addBusInterface(); });
-  if (!readHpfmNocConnectivity(hpfm)) {
     for (const Node& item : items(root, "nocConnectivity").children()) {
       HTEQHardwareNocConnectivity* noc = p.addNocConnectivity();
       noc->setInstanceRef(text(item, "instRef"));
@@ -550,13 +584,19 @@ void HTEQCfaJsonReader::parseSystemClocks_(const Node& clocks) {
 
 // The emulation metadata named by a file of the platform says whether the
 // platform can be emulated, and with two block designs.
+// A member named by several entries is parsed once.
 void HTEQCfaJsonReader::parseEmulationFile_(const std::string& type, const std::string& member) {
-  HTEQEmulations emulations;
-  if (type == "EMU_XML")
-    HTEQEmulationXMLReader::parseFromCfa(archive_, member, &emulations);
-  else
-    HTEQEmulationJsonReader::parseFromCfa(archive_, member, &emulations);
-  for (const HTEQEmulation* emulation : emulations.getEmulations()) {
+  const bool xml = type == "EMU_XML";
+  const auto emulations = cache_->get<HTEQEmulations>(
+      xml ? "EMU_XML" : "EMU_JSON", archive_, HTEQEmulationCfaMember::reduceMemberName(member), [&] {
+        auto parsed = std::make_unique<HTEQEmulations>();
+        if (xml)
+          HTEQEmulationXMLReader::parseFromCfa(archive_, member, parsed.get());
+        else
+          HTEQEmulationJsonReader::parseFromCfa(archive_, member, parsed.get());
+        return parsed;
+      });
+  for (const HTEQEmulation* emulation : emulations->getEmulations()) {
     for (const HTEQEmulationFile* file : emulation->getFiles()) {
       if (file->getType() == "EMU_HPFM") platform_->setSupportsHWEmulation(true);
       if (file->getType() == "TOP_BD") platform_->setSupportsTwoHwEmuBd(true);

@@ -10,7 +10,10 @@
 #include <memory>
 #include <vector>
 
+#include "archives/ArchiveMemberCache.h"
+#include "emulation/HTEQEmulationCfaMember.h"
 #include "formats/TEQCfaXmlLMX.h"
+#include "formats/TEQHpfmLMX.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
@@ -66,11 +69,27 @@ void toRomName(const std::string& name, unsigned char (&bytes)[HTEQHardwareFeatu
 // A resource count handed to the platform as a number, read as strtol reads it.
 int countOf(const std::string& value) { return static_cast<int>(std::strtol(value.c_str(), nullptr, 10)); }
 
+// An hpfm member as this reader reads it: whether it could be read, its text,
+// and its document when the text parses.
+struct HpfmMember {
+  bool read = false;
+  std::string text;
+  std::unique_ptr<WELHardwarePlatform::Repository> document;
+};
+const char kHpfmKind[] = "xml route hpfm";
+
 }  // namespace
 
 HTEQCfaXmlReader::HTEQCfaXmlReader(const std::string& file, HPLPlatform* platform)
-    : file_(file), platform_(platform) {
+    : file_(file),
+      platform_(platform),
+      ownCache_(std::make_shared<ArchiveMemberCache>()),
+      cache_(ownCache_.get()) {
   if (file_.empty() || !HUTPathUtils::exists(file_)) throw HEXFileNotFoundException(file_);
+}
+
+void HTEQCfaXmlReader::setMemberCache(ArchiveMemberCache* cache) {
+  cache_ = cache != nullptr ? cache : ownCache_.get();
 }
 
 bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& content) const {
@@ -450,17 +469,28 @@ void HTEQCfaXmlReader::parseFiles_(const BasePlatform::Files& files) {
   }
 }
 
+// Every entry that names the member fills the platform from it again, but the
+// member is read and parsed once: a parse failure is reported once.
 void HTEQCfaXmlReader::parseHpfmMember_(const std::string& member) {
-  std::string hpfm;
-  if (!readMember_(member, hpfm)) return;
-  platform_->setHpfmString(hpfm);
+  const auto hpfm = cache_->get<HpfmMember>(kHpfmKind, file_, member, [&] {
+    auto read = std::make_unique<HpfmMember>();
+    read->read = readMember_(member, read->text);
+    if (!read->read) return read;
+    auto document = std::make_unique<WELHardwarePlatform::Repository>();
+    if (HTEQHpfmReader(read->text, nullptr).parseDocument(*document)) read->document = std::move(document);
+    return read;
+  });
+  if (!hpfm->read) return;
+  platform_->setHpfmString(hpfm->text);
   bool parsed = false;
-  try {
-    HTEQHpfmReader reader(hpfm, platform_);
-    parsed = reader.parseStream();
-  } catch (const std::exception&) {
-    // A model that refuses what the hpfm says counts as an hpfm that does not parse.
-    parsed = false;
+  if (hpfm->document) {
+    try {
+      HTEQHpfmReader(hpfm->text, platform_).parseRepository(*hpfm->document);
+      parsed = true;
+    } catch (const std::exception&) {
+      // A model that refuses what the hpfm says counts as an hpfm that does not parse.
+      parsed = false;
+    }
   }
   if (parsed) {
     // A platform described by an hpfm is unified and expandable, whatever the
@@ -476,9 +506,14 @@ void HTEQCfaXmlReader::parseHpfmMember_(const std::string& member) {
 void HTEQCfaXmlReader::parseEmuXmlMember_(const std::string& member) {
   // The emulation metadata is read only to learn whether it brings an
   // emulation hpfm; the platform supports hardware emulation then.
-  HTEQEmulations emulations;
-  HTEQEmulationXMLReader::parseFromCfa(file_, member, &emulations);
-  for (const HTEQEmulation* emulation : emulations.getEmulations()) {
+  // A member named by several entries is parsed once.
+  const auto emulations =
+      cache_->get<HTEQEmulations>("EMU_XML", file_, HTEQEmulationCfaMember::reduceMemberName(member), [&] {
+        auto parsed = std::make_unique<HTEQEmulations>();
+        HTEQEmulationXMLReader::parseFromCfa(file_, member, parsed.get());
+        return parsed;
+      });
+  for (const HTEQEmulation* emulation : emulations->getEmulations()) {
     for (const HTEQEmulationFile* file : emulation->getFiles()) {
       if (HSTStringUtils::iequals(file->getType(), "EMU_HPFM")) platform_->setSupportsHWEmulation(true);
     }

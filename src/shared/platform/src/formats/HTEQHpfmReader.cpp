@@ -83,26 +83,48 @@ bool HTEQHpfmReader::parseBusInterfaces() { return parseText_(Scope::kBusInterfa
 
 bool HTEQHpfmReader::parseNocConnectivity() { return parseText_(Scope::kNocConnectivity); }
 
-bool HTEQHpfmReader::parseText_(Scope scope) {
+bool HTEQHpfmReader::parseDocument(Repository& repository) {
   try {
-    Repository repository;
     repository.Unmarshal(hpfm_.data(), hpfm_.size());
-    if (scope == Scope::kAll) {
-      parseRepository(repository);
-    } else if (platform_ != nullptr) {
-      const Component& component = repository.GetComponent();
-      if (scope == Scope::kBusInterfaces) {
-        for (std::size_t i = 0; i < component.SizeBusInterface(); ++i)
-          parseBusInterface_(component.GetBusInterface(i), platform_->addBusInterface());
-      } else {
-        for (std::size_t i = 0; i < component.SizeNocConnectivity(); ++i)
-          parseNocConnectivity_(component.GetNocConnectivity(i));
-      }
-    }
   } catch (const HXMLException& e) {
-    HUTConsole::out(std::string(kStreamFailure) + "\n" + lineText(e) + "\n");
-    errorMsg_ = std::string(kStreamFailure) + "\n" + lineText(e);
-    ZR_SEND_MSG("@74-31@", ComMsgMask::kError);
+    reportStreamFailure_(e);
+    return false;
+  }
+  return true;
+}
+
+void HTEQHpfmReader::reportStreamFailure_(const HXMLException& e) {
+  HUTConsole::out(std::string(kStreamFailure) + "\n" + lineText(e) + "\n");
+  errorMsg_ = std::string(kStreamFailure) + "\n" + lineText(e);
+  ZR_SEND_MSG("@74-31@", ComMsgMask::kError);
+}
+
+void HTEQHpfmReader::addBusInterfaces(const Repository& repository) {
+  if (platform_ == nullptr) return;
+  const Component& component = repository.GetComponent();
+  for (std::size_t i = 0; i < component.SizeBusInterface(); ++i)
+    parseBusInterface_(component.GetBusInterface(i), platform_->addBusInterface());
+}
+
+void HTEQHpfmReader::addNocConnectivity(const Repository& repository) {
+  if (platform_ == nullptr) return;
+  const Component& component = repository.GetComponent();
+  for (std::size_t i = 0; i < component.SizeNocConnectivity(); ++i)
+    parseNocConnectivity_(component.GetNocConnectivity(i));
+}
+
+bool HTEQHpfmReader::parseText_(Scope scope) {
+  Repository repository;
+  if (!parseDocument(repository)) return false;
+  try {
+    if (scope == Scope::kAll)
+      parseRepository(repository);
+    else if (scope == Scope::kBusInterfaces)
+      addBusInterfaces(repository);
+    else
+      addNocConnectivity(repository);
+  } catch (const HXMLException& e) {
+    reportStreamFailure_(e);
     return false;
   }
   return true;

@@ -1,5 +1,6 @@
 #include "platform/PlatformLoader.h"
 
+#include "archives/ArchiveMemberCache.h"
 #include "host/ComMsgMgr.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
@@ -37,9 +38,31 @@ PlatformLoader::PlatformLoader(const std::string& file, HwMetadataMode mode)
 
 PlatformLoader::~PlatformLoader() = default;
 
+// What one load made of archive members and partition files; released when
+// the load ends, however it ends.
+class PlatformLoader::LoadScope {
+ public:
+  explicit LoadScope(PlatformLoader& loader) : loader_(loader) {}
+  ~LoadScope() {
+    loader_.members_.reset();
+    loader_.partitionPlatforms_.clear();
+  }
+  LoadScope(const LoadScope&) = delete;
+  LoadScope& operator=(const LoadScope&) = delete;
+
+ private:
+  PlatformLoader& loader_;
+};
+
+ArchiveMemberCache* PlatformLoader::memberCache_() {
+  if (!members_) members_ = std::make_unique<ArchiveMemberCache>();
+  return members_.get();
+}
+
 std::shared_ptr<HTEQPlatform> PlatformLoader::load() {
   if (loaded_) return platform_ptr_;
   if (!platform_ptr_) return nullptr;
+  LoadScope scope(*this);
   try {
     if (platform_ptr_->hasReconfigurablePartitions()) {
       for (auto* rp : platform_ptr_->getReconfigurablePartitions()) {
@@ -78,12 +101,14 @@ void PlatformLoader::attachHardwarePlatform() {
 
   auto hw = std::make_unique<HPLPlatform>();
   HTEQCfaJsonReader jsonReader(hw.get());
+  jsonReader.setMemberCache(memberCache_());
   std::string jsonFile;
   bool ok;
   if (jsonReader.canParse(file, mode_, jsonFile)) {
     ok = jsonReader.parseMember(file, jsonFile);
   } else {
     HTEQCfaXmlReader xmlReader(file, hw.get());
+    xmlReader.setMemberCache(memberCache_());
     ok = xmlReader.parseCFA();
   }
   if (!ok) throw PlatformParseException("Failed to parse Hardware Platform metadata file");
@@ -101,6 +126,7 @@ void PlatformLoader::attachHardwareEmulationPlatform() {
     // loads without emulation.
     auto emu = std::make_unique<HPLPlatform>();
     HTEQCfaJsonReader reader(emu.get());
+    reader.setMemberCache(memberCache_());
     if (reader.parseCFA(emuFile, mode_)) platform.setHardwareEmulationPlatform(emu.release());
     return;
   }
@@ -109,30 +135,40 @@ void PlatformLoader::attachHardwareEmulationPlatform() {
   if (hw == nullptr || hw->getPlatformFile().empty()) return;
   auto emu = std::make_unique<HPLPlatform>();
   HTEQCfaJsonReader reader(emu.get());
+  reader.setMemberCache(memberCache_());
   if (reader.parseHwEmuLFA(hw->getPlatformFile(), mode_)) {
     emu->setIsChildHardwareEmuPlatform(true);
     platform.setHardwareEmulationPlatform(emu.release());
   }
 }
 
-void PlatformLoader::attachRPHardwarePlatform_(HTEQReconfigurablePartition* rp) {
-  if (rp->getHardwarePlatform()) return;
+// Partitions that name one file share the one object read from it, for their
+// hardware and their emulation alike: both are read the same way, so each
+// file is read once per load however many partitions name it. The platform
+// frees each shared object once.
+HTEQHardwarePlatform* PlatformLoader::partitionPlatform_(const std::string& file, const char* failure) {
+  const auto known = partitionPlatforms_.find(file);
+  if (known != partitionPlatforms_.end()) return known->second;
   auto hw = std::make_unique<HPLPlatform>();
   HTEQCfaJsonReader reader(hw.get());
-  if (!reader.parseCFA(rp->getHardwarePlatformFile(), mode_))
-    throw PlatformParseException("Failed to parse Hardware Platform metadata file");
-  HPLPlatform* attached = hw.release();
+  reader.setMemberCache(memberCache_());
+  if (!reader.parseCFA(file, mode_)) throw PlatformParseException(failure);
+  partitionPlatforms_.emplace(file, hw.get());
+  return hw.release();
+}
+
+void PlatformLoader::attachRPHardwarePlatform_(HTEQReconfigurablePartition* rp) {
+  if (rp->getHardwarePlatform()) return;
+  HTEQHardwarePlatform* attached =
+      partitionPlatform_(rp->getHardwarePlatformFile(), "Failed to parse Hardware Platform metadata file");
   rp->setHardwarePlatform(attached);
   if (rp->getID() == platform_ptr_->getDefaultRPId()) platform_ptr_->setDefaultRPHardwarePlatform(attached);
 }
 
 void PlatformLoader::attachRPHardwareEmulationPlatform_(HTEQReconfigurablePartition* rp) {
   if (rp->getHardwareEmulationPlatform() || rp->getHardwareEmulationPlatformFile().empty()) return;
-  auto emu = std::make_unique<HPLPlatform>();
-  HTEQCfaJsonReader reader(emu.get());
-  if (!reader.parseCFA(rp->getHardwareEmulationPlatformFile(), mode_))
-    throw PlatformParseException("Failed to parse Hardware Emulation Platform metadata file");
-  HPLPlatform* attached = emu.release();
+  HTEQHardwarePlatform* attached = partitionPlatform_(
+      rp->getHardwareEmulationPlatformFile(), "Failed to parse Hardware Emulation Platform metadata file");
   rp->setHardwareEmulationPlatform(attached);
   if (rp->getID() == platform_ptr_->getDefaultRPId())
     platform_ptr_->setDefaultRPHardwareEmulationPlatform(attached);
