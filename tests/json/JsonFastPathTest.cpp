@@ -15,6 +15,7 @@
 #include "json/JsonText.h"
 #include "platform/HTEQJSONUtils.h"
 #include "platform/JSONObjectWriter.h"
+#include "support/ExpectThrowMsg.h"
 
 using Tree = boost::property_tree::ptree;
 
@@ -307,12 +308,8 @@ TEST(JsonFastPath, NestingLimitWinsOverOtherErrorsAndCountsBothBrackets) {
   EXPECT_FALSE(doc.parse(deep, 512));
   EXPECT_TRUE(doc.parse(deep, 600));
   const std::string damaged = "garbage " + deep;
-  try {
-    zr_json::readDocument(damaged, doc, "deep.json", 512);
-    FAIL() << "no error";
-  } catch (const HEXDataException& e) {
-    EXPECT_EQ(std::string(e.what()), "deep.json: JSON nested deeper than 512 levels");
-  }
+  EXPECT_THROW_MSG(zr_json::readDocument(damaged, doc, "deep.json", 512), HEXDataException,
+                   "deep.json: JSON nested deeper than 512 levels");
   // Brackets inside strings do not count.
   const std::string quoted = "[\"" + std::string(600, '{') + "\"]";
   EXPECT_NO_THROW(zr_json::readDocument(quoted, doc, "s", 512));
@@ -385,12 +382,7 @@ TEST(JsonFastPath, WriterReportsAFailedStreamAsTheReferenceDoes) {
   writer.addKey("a", std::string("b"));
   std::ostringstream out;
   out.setstate(std::ios::badbit);
-  try {
-    writer.write(out);
-    FAIL() << "no error";
-  } catch (const boost::property_tree::json_parser_error& e) {
-    EXPECT_EQ(e.message(), "write error");
-  }
+  EXPECT_THROW_MSG(writer.write(out), boost::property_tree::json_parser_error, "write error");
 }
 
 TEST(JsonFastPath, AddKeyMatchesThePropertyTreesPutAndAddChild) {

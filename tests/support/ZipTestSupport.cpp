@@ -32,7 +32,7 @@ void put32(std::string& s, std::size_t at, std::uint32_t v) {
 
 }  // namespace
 
-void makeZip(const std::string& path, const std::vector<std::pair<std::string, std::string>>& members,
+void makeZip(const std::string& path, const ZipMembers& members,
              const std::string& comment) {
   int error = 0;
   zip_t* za = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
