@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "hardware/HwTestPlatform.h"
 #include "host/ComMsgMgr.h"
 #include "host/HHSMHwManager.h"
@@ -15,12 +13,13 @@
 #include "platform/HTEQSystemClock.h"
 #include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using hwcore_test::jsonText;
 using hwcore_test::jsonTree;
 using hwcore_test::keysOf;
 using hwcore_test::TestPlatform;
-using hwcore_test::writeZip;
+using zr_test::makeZip;
 
 TEST(HTEQHardwarePlatform, NewPlatformWritesItsDefaults) {
   TestPlatform p;
@@ -221,8 +220,8 @@ TEST(HTEQHardwarePlatform, ChildEmulationPlatformIsFoundInTheArchive) {
   zr_test::TempDir dir;
   const std::string with = dir.file("with.cfa");
   const std::string without = dir.file("without.cfa");
-  writeZip(with, {{"cfa.xml", "<x/>"}, {"hw_emu/cfa.json", "{}"}});
-  writeZip(without, {{"cfa.xml", "<x/>"}});
+  makeZip(with, {{"cfa.xml", "<x/>"}, {"hw_emu/cfa.json", "{}"}});
+  makeZip(without, {{"cfa.xml", "<x/>"}});
   TestPlatform p;
   EXPECT_FALSE(p.containsChildHardwareEmuPlatform());
   p.setPlatformFile(with);
@@ -288,9 +287,9 @@ TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {
 TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
   zr_test::TempDir dir;
   const std::string withDef = dir.file("withdef.lfa");
-  writeZip(withDef, {{"lfa.xml", "<x/>"}, {"sysdef.xml", "<def/>"}});
+  makeZip(withDef, {{"lfa.xml", "<x/>"}, {"sysdef.xml", "<def/>"}});
   const std::string noDef = dir.file("nodef.lfa");
-  writeZip(noDef, {{"lfa.xml", "<x/>"}});
+  makeZip(noDef, {{"lfa.xml", "<x/>"}});
   HHSMHwManager manager;
   zr_test::ScopedInstance<HHSMHwManager> installed(&manager);
 
@@ -324,7 +323,7 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
 
   // A hardware definition counts as well as a system definition.
   const std::string hwDef = dir.file("hw.cfa");
-  writeZip(hwDef, {{"hwdef.xml", "<def/>"}});
+  makeZip(hwDef, {{"hwdef.xml", "<def/>"}});
   TestPlatform withHwDef;
   withHwDef.setPlatformFile(hwDef);
   EXPECT_EQ(withHwDef.getHwDbName(), "hw");
