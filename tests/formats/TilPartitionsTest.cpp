@@ -115,7 +115,6 @@ TEST_F(TilProject, FixedPlatformReadsThemOnceFromItsProject) {
 TEST_F(TilProject, ExpandablePlatformNeverReadsThem) {
   load({{"tilarchive/arch/til_partition.json", kPartitions}}, true);
   EXPECT_FALSE(p.hasTilPartitions());
-  EXPECT_FALSE(p.hasTilPartitions());
   EXPECT_TRUE(p.getTilPartitions().empty());
   // Partitions added by a reader are written.
   p.addTilPartition(0, 4).tilInst("t0");

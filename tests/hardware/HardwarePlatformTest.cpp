@@ -245,14 +245,6 @@ TEST(HTEQHardwarePlatform, FindReconfigPartitionTakesTheFirstNodeId) {
   EXPECT_EQ(p.findReconfigPartition(6), nullptr);
 }
 
-TEST(HTEQHardwarePlatform, RmFileListsNeedExistingFiles) {
-  TestPlatform p;
-  p.addReconfigPartition()->setNodeID(0);
-  EXPECT_TRUE(p.validateRmLfaFiles({}));
-  EXPECT_FALSE(p.validateRmLfaFiles({"/no/such/file.lfa"}));
-  EXPECT_FALSE(p.isValidRmLfa("/no/such/file.lfa"));
-}
-
 // Files that hold no loadable platform have node id 0, so both name the
 // partition with node id 0; each partition takes one file only.
 TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
@@ -264,7 +256,10 @@ TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
   EXPECT_FALSE(p.validateRmLfaFiles({a}));  // no partition with node id 0 yet
   p.addReconfigPartition()->setNodeID(0);
   EXPECT_TRUE(p.isValidRmLfa(a));
+  EXPECT_TRUE(p.validateRmLfaFiles({}));
   EXPECT_TRUE(p.validateRmLfaFiles({a}));
+  EXPECT_FALSE(p.validateRmLfaFiles({dir.file("missing.lfa")}));
+  EXPECT_FALSE(p.isValidRmLfa(dir.file("missing.lfa")));
   EXPECT_FALSE(p.validateRmLfaFiles({a, b}));
   // Nor does a file the loader cannot even open as a descriptor.
   const std::string notADescriptor = dir.write("c.zdf", "<not-a-descriptor");
