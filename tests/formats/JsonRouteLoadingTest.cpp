@@ -3,7 +3,6 @@
 #include <boost/property_tree/json_parser.hpp>
 #include <sstream>
 
-#include "host/ComMsgMgr.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "host/HUTZip.h"
@@ -116,13 +115,4 @@ TEST(JsonRoute, PartitionsAttachTheirHardwareAndTheDefaultAnswers) {
   const auto& parts = t.get_child("hardwarePlatforms.reconfigurablePartitions");
   ASSERT_EQ(parts.size(), 2u);
   EXPECT_EQ(parts.back().second.get<std::string>("hwEmuPlatform.name"), "two_emu");
-}
-
-TEST(JsonRoute, ArchiveWithoutMetadataFailsTheLoad) {
-  TempDir dir;
-  zipMember(dir, "card.lfa", "readme.txt", "no metadata here");
-  ComMsgCapture cap;
-  EXPECT_EQ(hteq_get_platform_json(dir.file("card.lfa").c_str()), nullptr);
-  ASSERT_TRUE(cap.has("@74-60@%s"));
-  EXPECT_EQ(cap.find("@74-60@%s")->args[0], "Failed to parse Hardware Platform metadata file");
 }

@@ -7,6 +7,7 @@
 #include "platform/HTEQCfaXmlReader.h"
 #include "platform/JSONObjectWriter.h"
 #include "support/TestSupport.h"
+#include "support/TextPatch.h"
 
 using teq_platform::PlatformLoader;
 using namespace zr_test;
@@ -39,6 +40,14 @@ const char kCfaXml[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 </Root>
 )";
 
+// An archive card.cfa in the folder `sub` of dir holding one member.
+std::string archiveIn(const TempDir& dir, const std::string& sub, const std::string& member,
+                      const std::string& text) {
+  HUTFile::mkDirRecursive(dir.file(sub));
+  HUTZip::writeMember(dir.file(sub + "/card.cfa"), member, text);
+  return dir.file(sub + "/card.cfa");
+}
+
 }  // namespace
 
 // The JSON route reads what the model writes, so a platform that came through
@@ -47,15 +56,11 @@ const char kCfaXml[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 // read is the hardware platform's description.
 TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
   TempDir dir;
-  HUTFile::mkDirRecursive(dir.file("xml"));
-  HUTFile::mkDirRecursive(dir.file("json"));
-  const std::string xmlArchive = dir.file("xml/card.cfa");
-  HUTZip::writeMember(xmlArchive, "cfa.xml", kCfaXml);
+  const std::string xmlArchive = archiveIn(dir, "xml", "cfa.xml", kCfaXml);
   HPLPlatform fromXml;
   ASSERT_TRUE(HTEQCfaXmlReader(xmlArchive, &fromXml).parseCFA());
 
-  const std::string jsonArchive = dir.file("json/card.cfa");
-  HUTZip::writeMember(jsonArchive, "cfa.json", zr_test::jsonText(fromXml));
+  const std::string jsonArchive = archiveIn(dir, "json", "cfa.json", zr_test::jsonText(fromXml));
   HPLPlatform fromJson;
   ASSERT_TRUE(HTEQCfaJsonReader(&fromJson).parseCFA(jsonArchive, PlatformLoader::Default));
 
@@ -75,23 +80,17 @@ TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
 // parameters and no drivers, so those vanish on the way through JSON.
 TEST(RouteComparison, PortsOfTheXmlRouteHaveNoJsonCounterpart) {
   TempDir dir;
-  HUTFile::mkDirRecursive(dir.file("xml"));
-  std::string xml = kCfaXml;
-  const std::string core = R"(<Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="60"/>)";
-  xml.replace(xml.find(core), core.size(),
-              R"(<Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="60"><Core>)"
-              R"(<Port Name="M00_AXI" Type="addressable" Mode="master" Protocol="AXI4" DataWidth="512"/>)"
-              R"(</Core></Core>)");
-  const std::string xmlArchive = dir.file("xml/card.cfa");
-  HUTZip::writeMember(xmlArchive, "cfa.xml", xml);
+  const std::string xml =
+      zr_test::patched(kCfaXml, R"(ComputeUnits="60"/>)",
+                       R"(ComputeUnits="60"><Core><Port Name="M00_AXI" Type="addressable" )"
+                       R"(Mode="master" Protocol="AXI4" DataWidth="512"/></Core></Core>)");
+  const std::string xmlArchive = archiveIn(dir, "xml", "cfa.xml", xml);
   HPLPlatform fromXml;
   ASSERT_TRUE(HTEQCfaXmlReader(xmlArchive, &fromXml).parseCFA());
   const std::string withPorts = zr_test::jsonText(fromXml);
   ASSERT_NE(withPorts.find("M00_AXI"), std::string::npos);
 
-  HUTFile::mkDirRecursive(dir.file("json"));
-  const std::string jsonArchive = dir.file("json/card.cfa");
-  HUTZip::writeMember(jsonArchive, "cfa.json", withPorts);
+  const std::string jsonArchive = archiveIn(dir, "json", "cfa.json", withPorts);
   HPLPlatform fromJson;
   ASSERT_TRUE(HTEQCfaJsonReader(&fromJson).parseCFA(jsonArchive, PlatformLoader::Default));
   EXPECT_EQ(zr_test::jsonText(fromJson).find("M00_AXI"), std::string::npos);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/CfaXmlReaderTestSupport.h"
 #include "formats/TEQCfaXmlLMX.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
@@ -13,6 +14,7 @@
 #include "support/TextPatch.h"
 
 using BasePlatform::Root;
+using cfa_test::representativeDoc;
 
 namespace {
 
@@ -40,71 +42,21 @@ std::string minimalWith(const std::string& from, const std::string& to) {
   return zr_test::patched(kMinimal, from, to);
 }
 
-// A document that uses every element and attribute of the format.
-const std::string kFull = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Root VersionMajor="1" VersionMinor="15">
-  <GenAppInfo Name="gen" Version="2.1" CL=" 18446744073709551615 " TimeStamp="Mon"/>
-  <CFA Vendor="acme" BoardId="b1" Name="plat" VersionMajor="3" VersionMinor="4" Description="d &amp; e"
-       FeatureRomTimestamp="42" DcpLogicFunctionStripped="TRUE" DcpEncrypt="false" Unified="true" Fixed="x"
-       DefaultOutputType="accbin">
-    <Host Architecture="x86_64" Interface="pcie"/>
-    <Build Flow="f" UsesPR="true" UsesDCP="no" StaticSynthCheckpoint="" PlatformState="pre_synth"
-           AcceleratorBinaryFormat="fmt" AcceleratorBinaryContent="bit" ValidBinaryContentValues="a,,b"
-           TopModuleName="top">
-      <ZuncCompileSwitches><ZuncCompileSwitch Name="c1" Value="-O3"/></ZuncCompileSwitches>
-      <ZuncLinkSwitches><ZuncLinkSwitch Name="l1" Value="--x"/><ZuncLinkSwitch Name="l2" Value="--y"/></ZuncLinkSwitches>
-    </Build>
-    <DesignIPs>
-      <IP InstanceName="ip0" VLNV="v:l:n:1"><Configuration><Parameter Name="P" Value="1"/></Configuration></IP>
-      <IP InstanceName="ip1" VLNV="v:l:n:2"/>
-    </DesignIPs>
-    <Board Name="brd" Vendor="bv" Part="part" BoardPart="bp">
-      <Interfaces><Interface Id="int1" Name="PCIe" Type="gen3x16"/></Interfaces>
-      <Memories>
-        <Memory Name="ddr0" Type="ddr4" Size="16GB" LowestAddress="-9223372036854775808"
-                HighestAddress="9223372036854775807"><Config><Param Name="ch" Value="2"/></Config></Memory>
-        <Memory Name="plram" Type="sram" Size="128K"/>
-      </Memories>
-      <Connectors><Connector Name="c" DisplayName="C" Type="dimm" ConnectedConnector="d"
-                             ConnectedConnectorDisplayName="D" IsLocked="True"/></Connectors>
-      <Images><Img Type="HDPI" File="h.png"/><Img Type="hdpi" File="x.png"/></Images>
-      <Drivers><Driver Name="drv" Vendor="dv" Version="1" Platform="linux" File="drv.ko"/></Drivers>
-      <PCIeId Vendor="0x10ee" Device="0x5000" Subsystem="0x000e" FeatureId="0x1"/>
-    </Board>
-    <Devices>
-      <Device Name="dev0" Type="fpga" FpgaDevice="xc">
-        <SystemClocks><SystemClock Name="clk0" Frequency="300.0"/></SystemClocks>
-        <Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="255" VLNV="v" InstancePath="/a"
-              ParentRMInstancePath="/p" ClockFreq="250" DRBaseAddress="0x0" DRBDName="bd">
-          <Core>
-            <Config><Param Name="k" Value="v"/></Config>
-            <Port Name="M_AXI" Type="addressable" Mode="master" Protocol="axi4" Base="0x0" Range="0x1000"
-                  DataWidth="512" IdWidth="4" UserWidth="0" AddressWidth="64" AddressOffset="0x10"
-                  AddressRange="0x20" MaxBurstLength="256" Frequency="300" Direction="out" Polarity="high">
-              <AddressSegments><AddressSegment Name="s" Base="0x0" Range="0x100" Slave="mem"/></AddressSegments>
-            </Port>
-            <Port Name="clk" Type="clock"/>
-            <AvailableResources LUT="100" REG="200" BRAM="" DSP="4">
-              <PBlock Name="pb0" ValidSLRs="SLR0,SLR1"><Resource Name="LUT" Val="10"/></PBlock>
-              <PBlock Name="pb1"/>
-            </AvailableResources>
-          </Core>
-        </Core>
-      </Device>
-      <Device Name="dev1" Type="cpu"><Core Name="c" Type="t" ComputeUnits="0"/></Device>
-    </Devices>
-    <Files>
-      <File Type="HPFM" Name="a.hpfm" UsedIn="syn" ProcessingOrder="early"/>
-      <File Type="BIT" Name="b.bit"/>
-    </Files>
-    <FeatureRom MajorVersion="10" MinorVersion="1" MorwenBuildID="4294967295" IPBuildID="0" TimeSinceEpoch="7"
-                FPGAPartName="part" VBNVName="a:b:c:1" DDRChannelCount="4" DDRChannelSize="16"
-                DRBaseAddress="18446744073709551615" FeatureBitMap="3" UUID="u" CDMABaseAddress0="1"
-                CDMABaseAddress1="0" CDMABaseAddress2="3" CDMABaseAddress3="4294967295" MaxTempLimit="90"
-                MaxPowerLimit="75"/>
-  </CFA>
-</Root>
-)";
+// The reader tests' representative document, widened to every element and
+// attribute of the format and to the extremes of the widest numbers.
+std::string fullDoc() {
+  using zr_test::patched;
+  std::string doc = representativeDoc().text();
+  doc = patched(doc, R"(CL="4294967298")", R"(CL=" 18446744073709551615 ")");
+  doc = patched(doc, R"(Name="l2" Value="--x")", R"(Name="l2" Value="--y")");
+  doc = patched(doc, R"(UsesDCP="no")", R"(UsesDCP="no" StaticSynthCheckpoint="")");
+  doc = patched(doc, R"(LowestAddress="-1" HighestAddress="4096")",
+                R"(LowestAddress="-9223372036854775808" HighestAddress="9223372036854775807")");
+  return patched(
+      doc, R"(CDMABaseAddress2="3")",
+      R"(CDMABaseAddress1="0" CDMABaseAddress2="3" CDMABaseAddress3="4294967295" MaxPowerLimit="75")");
+}
+const std::string kFull = fullDoc();
 
 Root parse(const std::string& doc) {
   Root root;
@@ -137,7 +89,7 @@ TEST(CfaXmlRead, ValuesKeepTheirTypesAndAbsentPartsStayUnset) {
   EXPECT_EQ(memories.GetMemory(0).GetHighestAddress(), INT64_MAX);
   EXPECT_FALSE(memories.GetMemory(1).IssetLowestAddress());
   const auto& inner = cfa.GetDevices().GetDevice(0).GetCore().GetCore();
-  EXPECT_EQ(narrow(inner.GetPort(0).GetAddressSegments().GetAddressSegment(0).GetSlave()), "mem");
+  EXPECT_EQ(narrow(inner.GetPort(0).GetAddressSegments().GetAddressSegment(0).GetSlave()), "mem0");
   EXPECT_FALSE(inner.GetPort(1).IssetMode());
   EXPECT_FALSE(cfa.GetDevices().GetDevice(1).GetCore().IssetCore());
   EXPECT_EQ(cfa.GetFeatureRom().GetDRBaseAddress(), 18446744073709551615ull);
@@ -295,7 +247,7 @@ TEST(CfaXmlRecord, CloneAndCopyAreDeepAndEqualityIsByValue) {
   segment(copy).SetSlave(L"other");
   EXPECT_NE(copy, original);
   EXPECT_EQ(*clone, original);
-  EXPECT_EQ(narrow(segment(original).GetSlave()), "mem");
+  EXPECT_EQ(narrow(segment(original).GetSlave()), "mem0");
 
   // Absent and empty differ, for attributes and for children.
   BasePlatform::Host a, b;

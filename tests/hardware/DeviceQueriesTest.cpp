@@ -5,7 +5,6 @@
 
 #include "hardware/HwTestPlatform.h"
 #include "platform/HPLDevice.h"
-#include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQSystemClock.h"
 
 using hwcore_test::jsonTree;
@@ -73,19 +72,4 @@ TEST(DeviceQueries, ModuleNameAndScalableClocksComeFromFpga0) {
   fpga0->addSystemClock("kernel_clk", "300");
   EXPECT_TRUE(p.hasUserDefinedScalableClocks());
   EXPECT_TRUE(p.hasScalableClocks());
-}
-
-TEST(FeatureRoms, AddedListedAndWritten) {
-  hwcore_test::TestPlatform p;
-  EXPECT_EQ(p.getFeatureRomVecRange().first, p.getFeatureRomVecRange().second);
-  HTEQHardwareFeatureRom* rom = p.addFeatureRom();
-  ASSERT_NE(rom, nullptr);
-  rom->setMajorVersion(3);
-  const auto range = p.getFeatureRomVecRange();
-  ASSERT_EQ(range.second - range.first, 1);
-  EXPECT_EQ(*range.first, rom);
-  const auto tree = jsonTree(p);
-  ASSERT_EQ(tree.count("featureRoms"), 1u);
-  EXPECT_EQ(tree.get_child("featureRoms").size(), 1u);
-  EXPECT_EQ(hwcore_test::keysOf(tree).back(), "featureRoms");
 }

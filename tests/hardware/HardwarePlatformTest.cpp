@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "hardware/HwTestPlatform.h"
 #include "host/ComMsgMgr.h"
 #include "host/HHSMHwManager.h"
@@ -15,12 +13,13 @@
 #include "platform/HTEQSystemClock.h"
 #include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using hwcore_test::jsonText;
 using hwcore_test::jsonTree;
 using hwcore_test::keysOf;
 using hwcore_test::TestPlatform;
-using hwcore_test::writeZip;
+using zr_test::makeZip;
 
 TEST(HTEQHardwarePlatform, NewPlatformWritesItsDefaults) {
   TestPlatform p;
@@ -221,8 +220,8 @@ TEST(HTEQHardwarePlatform, ChildEmulationPlatformIsFoundInTheArchive) {
   zr_test::TempDir dir;
   const std::string with = dir.file("with.cfa");
   const std::string without = dir.file("without.cfa");
-  writeZip(with, {{"cfa.xml", "<x/>"}, {"hw_emu/cfa.json", "{}"}});
-  writeZip(without, {{"cfa.xml", "<x/>"}});
+  makeZip(with, {{"cfa.xml", "<x/>"}, {"hw_emu/cfa.json", "{}"}});
+  makeZip(without, {{"cfa.xml", "<x/>"}});
   TestPlatform p;
   EXPECT_FALSE(p.containsChildHardwareEmuPlatform());
   p.setPlatformFile(with);
@@ -246,14 +245,6 @@ TEST(HTEQHardwarePlatform, FindReconfigPartitionTakesTheFirstNodeId) {
   EXPECT_EQ(p.findReconfigPartition(6), nullptr);
 }
 
-TEST(HTEQHardwarePlatform, RmFileListsNeedExistingFiles) {
-  TestPlatform p;
-  p.addReconfigPartition()->setNodeID(0);
-  EXPECT_TRUE(p.validateRmLfaFiles({}));
-  EXPECT_FALSE(p.validateRmLfaFiles({"/no/such/file.lfa"}));
-  EXPECT_FALSE(p.isValidRmLfa("/no/such/file.lfa"));
-}
-
 // Files that hold no loadable platform have node id 0, so both name the
 // partition with node id 0; each partition takes one file only.
 TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
@@ -265,7 +256,10 @@ TEST(HTEQHardwarePlatform, RmFileListsTakeOneFilePerPartition) {
   EXPECT_FALSE(p.validateRmLfaFiles({a}));  // no partition with node id 0 yet
   p.addReconfigPartition()->setNodeID(0);
   EXPECT_TRUE(p.isValidRmLfa(a));
+  EXPECT_TRUE(p.validateRmLfaFiles({}));
   EXPECT_TRUE(p.validateRmLfaFiles({a}));
+  EXPECT_FALSE(p.validateRmLfaFiles({dir.file("missing.lfa")}));
+  EXPECT_FALSE(p.isValidRmLfa(dir.file("missing.lfa")));
   EXPECT_FALSE(p.validateRmLfaFiles({a, b}));
   // Nor does a file the loader cannot even open as a descriptor.
   const std::string notADescriptor = dir.write("c.zdf", "<not-a-descriptor");
@@ -288,9 +282,9 @@ TEST(HTEQHardwarePlatform, DesignIpInstancesAreListed) {
 TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
   zr_test::TempDir dir;
   const std::string withDef = dir.file("withdef.lfa");
-  writeZip(withDef, {{"lfa.xml", "<x/>"}, {"sysdef.xml", "<def/>"}});
+  makeZip(withDef, {{"lfa.xml", "<x/>"}, {"sysdef.xml", "<def/>"}});
   const std::string noDef = dir.file("nodef.lfa");
-  writeZip(noDef, {{"lfa.xml", "<x/>"}});
+  makeZip(noDef, {{"lfa.xml", "<x/>"}});
   HHSMHwManager manager;
   zr_test::ScopedInstance<HHSMHwManager> installed(&manager);
 
@@ -324,7 +318,7 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
 
   // A hardware definition counts as well as a system definition.
   const std::string hwDef = dir.file("hw.cfa");
-  writeZip(hwDef, {{"hwdef.xml", "<def/>"}});
+  makeZip(hwDef, {{"hwdef.xml", "<def/>"}});
   TestPlatform withHwDef;
   withHwDef.setPlatformFile(hwDef);
   EXPECT_EQ(withHwDef.getHwDbName(), "hw");

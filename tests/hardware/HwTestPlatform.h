@@ -4,11 +4,8 @@
 // A concrete hardware platform for tests: every operation the archive-backed
 // platform fills answers from a small table the test sets.
 
-#include <zip.h>
-
 #include <boost/property_tree/ptree.hpp>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -73,22 +70,6 @@ inline std::vector<std::string> keysOf(const boost::property_tree::ptree& tree) 
   std::vector<std::string> keys;
   for (const auto& child : tree) keys.push_back(child.first);
   return keys;
-}
-
-// Writes a zip archive whose members are the given names and contents.
-inline void writeZip(const std::string& path, const std::map<std::string, std::string>& members) {
-  int err = 0;
-  zip_t* za = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &err);
-  if (za == nullptr) throw std::runtime_error("cannot create " + path);
-  for (const auto& m : members) {
-    zip_source_t* src = zip_source_buffer(za, m.second.data(), m.second.size(), 0);
-    if (src == nullptr || zip_file_add(za, m.first.c_str(), src, ZIP_FL_OVERWRITE) < 0) {
-      zip_source_free(src);
-      zip_discard(za);
-      throw std::runtime_error("cannot add " + m.first);
-    }
-  }
-  if (zip_close(za) != 0) throw std::runtime_error("cannot write " + path);
 }
 
 }  // namespace hwcore_test
