@@ -223,9 +223,9 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   bool hasRQAContent() const { return hasRQAContent_; }
   void setHasRQAContent(bool v) { hasRQAContent_ = v; }
   bool isStatic() const { return isStatic_; }
-  void setIsStatic(bool v) { isStatic_ = v; }
+  void setStatic(bool v) { isStatic_ = v; }
   bool isRM() const { return isRM_; }
-  void setIsRM(bool v) { isRM_ = v; }
+  void setRM(bool v) { isRM_ = v; }
   const std::string& getDrBdInstName() const { return drBdInstName_; }
   void setDrBdInstName(const std::string& v) { drBdInstName_ = v; }
 
