@@ -6,6 +6,7 @@
 
 #include "platform/HPLPCIeId.h"
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HPLDriver;
@@ -96,7 +97,7 @@ class ZR_PLATFORM_API HPLBoard : public teq_platform::JSONSerializable {
                                   const std::string& connectedDisplayName, bool connected, bool locked);
   bool hasDimmConnectors() const { return !connectors_.empty(); }
   // Replaces `out` by the connectors, which stay owned by the board.
-  void getConnectorsVec(std::vector<DimmConnector*>& out) const { out = connectors_; }
+  void getConnectorsVec(std::vector<DimmConnector*>& out) const { out = connectors_.view(); }
   // Each of these appends connector names in board order.
   void getDimmConnectors(std::vector<std::string>& out) const;
   void getLockedDimmConnectors(std::vector<std::string>& out) const;
@@ -120,8 +121,8 @@ class ZR_PLATFORM_API HPLBoard : public teq_platform::JSONSerializable {
   std::string imgFileHdpi_;
   std::string imgFileMdpi_;
   std::string imgFileLdpi_;
-  std::vector<HPLDriver*> drivers_;
-  std::vector<DimmConnector*> connectors_;
+  HSTOwningVector<HPLDriver> drivers_;
+  HSTOwningVector<DimmConnector> connectors_;
   HPLPCIeId pcieId_;
 };
 

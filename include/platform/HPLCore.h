@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HPLPort;
@@ -117,7 +118,7 @@ class ZR_PLATFORM_API HPLCore : public teq_platform::JSONSerializable {
   std::string reconfigModuleName_;
   std::string drBaseAddress_;
   std::string drBDName_;
-  std::vector<HPLPort*> ports_;
+  HSTOwningVector<HPLPort> ports_;
   ParamMap configParams_;
   PBlockResourceMap pblockResources_;
   SLRMap slrNames_;

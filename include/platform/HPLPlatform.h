@@ -9,6 +9,7 @@
 
 #include "platform/HPLBoard.h"
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQPfmFileTypes.h"
 
@@ -45,6 +46,8 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   using FileVecRange = std::pair<HPLFileVec::const_iterator, HPLFileVec::const_iterator>;
 
   HPLPlatform();
+  HPLPlatform(const HPLPlatform&) = delete;
+  HPLPlatform& operator=(const HPLPlatform&) = delete;
 
   // ---- Virtual operations of the base, in their slots ----
   // Writes the archive's own keys, then the base's. A platform whose board has
@@ -241,10 +244,10 @@ class ZR_PLATFORM_API HPLPlatform : public HTEQHardwarePlatform {
   std::string defaultOutputType_ = "unknown";
   StringVector validOutputTypeValues_;
   HPLBoard board_;
-  HPLInterfaceVec interfaces_;
-  HPLMemoryVec memories_;
-  HPLDeviceVec devices_;
-  HPLFileVec files_;
+  HSTOwningVector<HPLInterface> interfaces_;
+  HSTOwningVector<HPLMemory> memories_;
+  HSTOwningVector<HPLDevice> devices_;
+  HSTOwningVector<HPLFile> files_;
   std::string xmlFile_;
   uint64_t oldFeatureRomTime_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HPLAddressSegment;
@@ -76,7 +77,7 @@ class ZR_PLATFORM_API HPLPort : public teq_platform::JSONSerializable {
   std::string frequency_;
   std::string polarity_;
   std::string direction_;
-  std::vector<HPLAddressSegment*> segments_;
+  HSTOwningVector<HPLAddressSegment> segments_;
 };
 
 #endif

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/HSTVector.h"
 #include "platform/ZrPlatformExport.h"
 
@@ -12,7 +13,7 @@ class HTEQEmulationFile;
 // added. The emulation owns its files.
 class ZR_PLATFORM_API HTEQEmulation {
  public:
-  HTEQEmulation() = default;
+  HTEQEmulation();
   explicit HTEQEmulation(const std::string& name);
   ~HTEQEmulation();
   HTEQEmulation(const HTEQEmulation&) = delete;
@@ -24,11 +25,11 @@ class ZR_PLATFORM_API HTEQEmulation {
   // Appends a new file, empty or with type and name, and returns it.
   HTEQEmulationFile* createFile();
   HTEQEmulationFile* createFile(const std::string& type, const std::string& name);
-  const HSTVector<HTEQEmulationFile*>& getFiles() const { return files_; }
+  const HSTVector<HTEQEmulationFile*>& getFiles() const { return files_.view(); }
 
  private:
   std::string name_;
-  HSTVector<HTEQEmulationFile*> files_;
+  HSTOwningVector<HTEQEmulationFile> files_;
 };
 
 #endif

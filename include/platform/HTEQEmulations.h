@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/HSTVector.h"
 #include "platform/ZrPlatformExport.h"
 
@@ -15,7 +16,7 @@ class HTEQEmuFeatureRom;
 // XML form. The object owns its emulations and feature ROMs.
 class ZR_PLATFORM_API HTEQEmulations {
  public:
-  HTEQEmulations() = default;
+  HTEQEmulations();
   ~HTEQEmulations();
   HTEQEmulations(const HTEQEmulations&) = delete;
   HTEQEmulations& operator=(const HTEQEmulations&) = delete;
@@ -37,18 +38,18 @@ class ZR_PLATFORM_API HTEQEmulations {
   // Appends a new emulation, unnamed or named, and returns it.
   HTEQEmulation* createEmulation();
   HTEQEmulation* createEmulation(const std::string& name);
-  const HSTVector<HTEQEmulation*>& getEmulations() const { return emulations_; }
+  const HSTVector<HTEQEmulation*>& getEmulations() const { return emulations_.view(); }
 
   // Appends a new, empty feature ROM and returns it.
   HTEQEmuFeatureRom* createFeatureRom();
-  const HSTVector<HTEQEmuFeatureRom*>& getFeatureRoms() const { return featureRoms_; }
+  const HSTVector<HTEQEmuFeatureRom*>& getFeatureRoms() const { return featureRoms_.view(); }
 
  private:
   std::string pfmMetadataVersion_;
   std::uint32_t versionMajor_ = 0;
   std::uint32_t versionMinor_ = 0;
-  HSTVector<HTEQEmulation*> emulations_;
-  HSTVector<HTEQEmuFeatureRom*> featureRoms_;
+  HSTOwningVector<HTEQEmulation> emulations_;
+  HSTOwningVector<HTEQEmuFeatureRom> featureRoms_;
 };
 
 #endif

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HTEQHardwareAddressSegment;
@@ -68,7 +69,7 @@ class ZR_PLATFORM_API HTEQHardwareBusInterface : public teq_platform::JSONSerial
   HTEQHardwareAddressSegment* addAddressSegment();
   unsigned int getNumAddressSegments() const { return static_cast<unsigned int>(segments_.size()); }
   // Replaces the contents of out with the segments.
-  void getAddressSegments(AddressSegmentVec& out) const { out = segments_; }
+  void getAddressSegments(AddressSegmentVec& out) const { out = segments_.view(); }
   // Index of segment n; 0 when there is no segment n.
   unsigned int getMemoryIndex(unsigned int n) const;
   // SLR of segment n; empty when there is no segment n.
@@ -97,7 +98,7 @@ class ZR_PLATFORM_API HTEQHardwareBusInterface : public teq_platform::JSONSerial
   std::string size_;
   std::string peakMemoryBandwidth_;
   std::string category_;
-  AddressSegmentVec segments_;
+  HSTOwningVector<HTEQHardwareAddressSegment> segments_;
   int dataWidth_ = 0;
   int numIdBits_ = 0;
   int maxMasters_ = 0;

@@ -2,6 +2,7 @@
 #define PLATFORM_HTEQHARDWAREFEATUREROM_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "platform/JSONSerializable.h"
@@ -31,8 +32,8 @@ class ZR_PLATFORM_API HTEQHardwareFeatureRom : public teq_platform::JSONSerializ
   void toJSON(teq_platform::JSONObjectWriter& writer) const override;
 
   // The raw header, for readers that fill it directly.
-  unsigned char* getRomHeader() { return header_; }
-  const unsigned char* getRomHeader() const { return header_; }
+  unsigned char* getRomHeader() { return header_.get(); }
+  const unsigned char* getRomHeader() const { return header_.get(); }
 
   const std::string& getSearchPropertyName() const { return searchPropertyName_; }
   void setSearchPropertyName(const std::string& name) { searchPropertyName_ = name; }
@@ -88,7 +89,7 @@ class ZR_PLATFORM_API HTEQHardwareFeatureRom : public teq_platform::JSONSerializ
   void setName_(unsigned offset, const unsigned char (&bytes)[kNameSize], const char* what);
   static void checkCDMAIndex_(unsigned index);
 
-  unsigned char* header_;
+  std::unique_ptr<unsigned char[]> header_;
   std::string searchPropertyName_;
 };
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HTEQHardwareBusInterface;
@@ -32,7 +33,7 @@ class ZR_PLATFORM_API HTEQHardwareNocConnectivity : public teq_platform::JSONSer
   HTEQHardwareBusInterface* getBusInterfaceByName(const std::string& name) const;
 
  private:
-  BusInterfaceVec busInterfaces_;
+  HSTOwningVector<HTEQHardwareBusInterface> busInterfaces_;
   std::string instanceRef_;
 };
 

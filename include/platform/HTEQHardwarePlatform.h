@@ -4,12 +4,14 @@
 #include <boost/property_tree/ptree_fwd.hpp>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/HSTFwdIter.h"
+#include "platform/HSTOwningVector.h"
 #include "platform/HSTVector.h"
 #include "platform/HTEQDesignIntentStorage.h"
 #include "platform/HTEQPfmFileTypes.h"
@@ -223,9 +225,9 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   bool hasRQAContent() const { return hasRQAContent_; }
   void setHasRQAContent(bool v) { hasRQAContent_ = v; }
   bool isStatic() const { return isStatic_; }
-  void setIsStatic(bool v) { isStatic_ = v; }
+  void setStatic(bool v) { isStatic_ = v; }
   bool isRM() const { return isRM_; }
-  void setIsRM(bool v) { isRM_ = v; }
+  void setRM(bool v) { isRM_ = v; }
   const std::string& getDrBdInstName() const { return drBdInstName_; }
   void setDrBdInstName(const std::string& v) { drBdInstName_ = v; }
 
@@ -269,7 +271,7 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   HTEQDesignIPInstance* addDesignIPInstance();
   HSTFwdIter<HTEQDesignIPInstance*>* createDesignIPInstanceIter() const;
   HTEQReconfigPartition* addReconfigPartition();
-  const TEQReconfigPartitionVec& getReconfigPartitions() const { return reconfigPartitions_; }
+  const TEQReconfigPartitionVec& getReconfigPartitions() const { return reconfigPartitions_.view(); }
   // First child partition with this node id, or null.
   HTEQReconfigPartition* findReconfigPartition(uint32_t nodeId) const;
   const HTEQReconfigPartition& getDesignIDs() const { return *designIds_; }
@@ -434,17 +436,17 @@ class ZR_PLATFORM_API HTEQHardwarePlatform : public teq_platform::JSONSerializab
   bool generatedBySwEmuLink_ = false;
   bool hasExternalSources_ = false;
   bool hasRQAContent_ = false;
-  TEQHardwareIPParamVec ipParams_;
-  TEQHardwareNocConnectivityVec nocConnectivity_;
-  TEQHardwareBusInterfaceVec busInterfaces_;
-  TEQSystemClockVec systemClocks_;
-  TEQHardwareFeatureRomVec featureRoms_;
-  TEQDesignIPInstanceVec designIpInstances_;
+  HSTOwningVector<HTEQHardwareIPParam> ipParams_;
+  HSTOwningVector<HTEQHardwareNocConnectivity> nocConnectivity_;
+  HSTOwningVector<HTEQHardwareBusInterface> busInterfaces_;
+  HSTOwningVector<HTEQSystemClock> systemClocks_;
+  HSTOwningVector<HTEQHardwareFeatureRom> featureRoms_;
+  HSTOwningVector<HTEQDesignIPInstance> designIpInstances_;
   bool isStatic_ = false;
   bool isRM_ = false;
   std::string drBdInstName_;
-  HTEQReconfigPartition* designIds_;
-  TEQReconfigPartitionVec reconfigPartitions_;
+  std::unique_ptr<HTEQReconfigPartition> designIds_;
+  HSTOwningVector<HTEQReconfigPartition> reconfigPartitions_;
   HTEQTilHardware tilHardware_;
   mutable std::vector<HTEQTilPartition> tilPartitions_;
   mutable bool tilPartitionsRead_ = false;

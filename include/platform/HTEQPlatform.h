@@ -1,9 +1,11 @@
 #ifndef PLATFORM_HTEQPLATFORM_H
 #define PLATFORM_HTEQPLATFORM_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HTEQHardwarePlatform;
@@ -59,14 +61,13 @@ class ZR_PLATFORM_API HTEQPlatform : public teq_platform::JSONSerializable {
   }
   void setDefaultRPId(unsigned int id) { defaultRPId_ = id; }
   unsigned int getDefaultRPId() const { return defaultRPId_; }
-  // Takes ownership.
-  void addReconfigurablePartition(HTEQReconfigurablePartition* rp) {
-    reconfigurablePartitions_.push_back(rp);
-  }
-  void addSoftwarePlatform(HTEQSoftwarePlatform* sw) { softwarePlatforms_.push_back(sw); }
-  const std::vector<HTEQSoftwarePlatform*>& getSoftwarePlatforms() const { return softwarePlatforms_; }
+  // Both take ownership; a null pointer is ignored, and an object that cannot
+  // be appended is deleted.
+  void addReconfigurablePartition(HTEQReconfigurablePartition* rp);
+  void addSoftwarePlatform(HTEQSoftwarePlatform* sw);
+  const std::vector<HTEQSoftwarePlatform*>& getSoftwarePlatforms() const { return softwarePlatforms_.view(); }
   const std::vector<HTEQReconfigurablePartition*>& getReconfigurablePartitions() const {
-    return reconfigurablePartitions_;
+    return reconfigurablePartitions_.view();
   }
 
   // A platform's unique name is its path.
@@ -122,6 +123,10 @@ class ZR_PLATFORM_API HTEQPlatform : public teq_platform::JSONSerializable {
 
   // The direct hardware platform, else the default partition's object.
   HTEQHardwarePlatform* hardwareForQueries_() const;
+  // The hardware objects the platform deletes, duplicates and nulls included:
+  // its own two, then two per partition.
+  std::size_t attachedHardwareCount_() const;
+  HTEQHardwarePlatform* attachedHardware_(std::size_t i) const;
 
   std::string vendor_;
   std::string library_;
@@ -134,8 +139,8 @@ class ZR_PLATFORM_API HTEQPlatform : public teq_platform::JSONSerializable {
   std::string hardwareEmuPlatformFile_;
   HTEQHardwarePlatform* hardwarePlatform_ = nullptr;
   HTEQHardwarePlatform* hardwareEmulationPlatform_ = nullptr;
-  std::vector<HTEQReconfigurablePartition*> reconfigurablePartitions_;
-  std::vector<HTEQSoftwarePlatform*> softwarePlatforms_;
+  HSTOwningVector<HTEQReconfigurablePartition> reconfigurablePartitions_;
+  HSTOwningVector<HTEQSoftwarePlatform> softwarePlatforms_;
   HTEQHardwarePlatform* defaultRPHardwarePlatform_ = nullptr;
   HTEQHardwarePlatform* defaultRPHardwareEmulationPlatform_ = nullptr;
   bool zdf_ = false;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HTEQSystemConfig;
@@ -64,7 +65,7 @@ class ZR_PLATFORM_API HTEQSoftwarePlatform : public teq_platform::JSONSerializab
   int getSystemConfigNames(StringVector& out, const std::string& libraryType) const;
 
  private:
-  TEQSystemConfigVec systemConfigs_;
+  HSTOwningVector<HTEQSystemConfig> systemConfigs_;
   std::string defaultConfigName_;
   std::string linuxRootFileSystemPath_;
 };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HSTOwningVector.h"
 #include "platform/JSONSerializable.h"
 
 class HTEQBootImg;
@@ -74,8 +75,10 @@ class ZR_PLATFORM_API HTEQSystemConfig : public teq_platform::JSONSerializable {
   std::string prebuiltData_;
   StringVector procGrpNames_;
   StringVector runtimes_;
-  TEQProcessorGroupVec procGrps_;
-  TEQBootImgVec bootImgs_;
+  // Members are destroyed in reverse order: the processor groups go before the
+  // boot images.
+  HSTOwningVector<HTEQBootImg> bootImgs_;
+  HSTOwningVector<HTEQProcessorGroup> procGrps_;
   bool supportsQemu_ = false;
 };
 

@@ -51,8 +51,8 @@ TEST(HTEQHardwarePlatform, FilledPlatformWritesKeysInOrder) {
   p.setDetailedDescription("dd");
   p.interfaceDesc = "PCIe gen3x8";
   p.setPlatformFile("/x/p.lfa");
-  p.setIsStatic(true);
-  p.setIsRM(true);
+  p.setStatic(true);
+  p.setRM(true);
   p.setDrBdInstName("dr");
   p.setGeneratedName("gen");
   p.setGeneratedVersion("2");
@@ -309,7 +309,7 @@ TEST(HTEQHardwarePlatform, HardwareDatabaseComesFromADefinitionInTheArchive) {
 
   // Module files need a static platform.
   EXPECT_EQ(p.createHwDb(std::vector<std::string>{}), nullptr);
-  p.setIsStatic(true);
+  p.setStatic(true);
   HHSMHardwareDb* forModules = p.createHwDb(std::vector<std::string>{});
   ASSERT_NE(forModules, nullptr);
   EXPECT_EQ(forModules->getSourceFile(), withDef);

@@ -359,9 +359,9 @@ void HTEQCfaJsonReader::parseRoot_(const Node& root) {
     zr_json::Document::toTree(item, partition);
     p.addTilPartition().fromJSON(partition);
   }
-  if (has(root, "static")) p.setIsStatic(flag(root, "static"));
+  if (has(root, "static")) p.setStatic(flag(root, "static"));
   if (has(root, "drBdInstName")) p.setDrBdInstName(text(root, "drBdInstName"));
-  if (has(root, "rm")) p.setIsRM(flag(root, "rm"));
+  if (has(root, "rm")) p.setRM(flag(root, "rm"));
   for (const Node& item : items(root, "resources").children()) {
     const std::string type = text(item, "type");
     const int count = static_cast<int>(num(item, "count"));

@@ -18,22 +18,13 @@ void HPLBoard::DimmConnector::toJSON(teq_platform::JSONObjectWriter& writer) con
 
 HPLBoard::HPLBoard() = default;
 
-HPLBoard::~HPLBoard() {
-  for (HPLDriver* d : drivers_) delete d;
-  for (DimmConnector* c : connectors_) delete c;
-}
+HPLBoard::~HPLBoard() = default;
 
-HPLDriver* HPLBoard::addDriver() {
-  drivers_.push_back(new HPLDriver());
-  return drivers_.back();
-}
+HPLDriver* HPLBoard::addDriver() { return drivers_.emplace(); }
 
-HSTFwdIter<HPLDriver*>* HPLBoard::createDriverIter() const { return HSTCreateFwdIter(drivers_); }
+HSTFwdIter<HPLDriver*>* HPLBoard::createDriverIter() const { return HSTCreateFwdIter(drivers_.view()); }
 
-HPLBoard::DimmConnector* HPLBoard::addDimmConnector() {
-  connectors_.push_back(new DimmConnector());
-  return connectors_.back();
-}
+HPLBoard::DimmConnector* HPLBoard::addDimmConnector() { return connectors_.emplace(); }
 
 HPLBoard::DimmConnector* HPLBoard::addDimmConnector(const std::string& name, const std::string& displayName,
                                                     const std::string& type, const std::string& connectedName,

@@ -22,9 +22,7 @@ unsigned width(const std::string& text) {
 
 HPLCore::HPLCore() = default;
 
-HPLCore::~HPLCore() {
-  for (HPLPort* p : ports_) delete p;
-}
+HPLCore::~HPLCore() = default;
 
 std::string HPLCore::getClockFreq() const {
   if (!clockFreq_.empty()) return clockFreq_;
@@ -75,19 +73,11 @@ std::string HPLCore::getLUTCount() const { return countOrResources_(lutCount_, "
 std::string HPLCore::getDSPCount() const { return countOrResources_(dspCount_, "DSP"); }
 std::string HPLCore::getRegisterCount() const { return countOrResources_(registerCount_, "REG"); }
 
-HPLPort* HPLCore::addPort() {
-  ports_.push_back(new HPLPort());
-  return ports_.back();
-}
+HPLPort* HPLCore::addPort() { return ports_.emplace(); }
 
-void HPLCore::removePort(HPLPort* port) {
-  auto it = std::find(ports_.begin(), ports_.end(), port);
-  if (it == ports_.end()) return;
-  ports_.erase(it);
-  delete port;
-}
+void HPLCore::removePort(HPLPort* port) { ports_.erase(port); }
 
-HSTFwdIter<HPLPort*>* HPLCore::createPortIter() const { return HSTCreateFwdIter(ports_); }
+HSTFwdIter<HPLPort*>* HPLCore::createPortIter() const { return HSTCreateFwdIter(ports_.view()); }
 
 void HPLCore::addResourceInfo(const std::string& pblock, const std::string& name, const std::string& value) {
   ResourceMap& resources = pblockResources_[pblock];

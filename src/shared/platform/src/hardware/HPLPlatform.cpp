@@ -61,12 +61,7 @@ std::string jsonTextOf(const HPLPlatform& platform) {
 
 HPLPlatform::HPLPlatform() = default;
 
-HPLPlatform::~HPLPlatform() {
-  for (HPLInterface* i : interfaces_) delete i;
-  for (HPLMemory* m : memories_) delete m;
-  for (HPLDevice* d : devices_) delete d;
-  for (HPLFile* f : files_) delete f;
-}
+HPLPlatform::~HPLPlatform() = default;
 
 // ---- Host tables ----
 
@@ -158,25 +153,18 @@ void HPLPlatform::setExplicitDesignIntent(HTEQDesignIntentStorage::Key key, bool
 
 // ---- Devices and cores ----
 
-HPLDevice* HPLPlatform::addDevice() {
-  devices_.push_back(new HPLDevice());
-  return devices_.back();
-}
+HPLDevice* HPLPlatform::addDevice() { return devices_.emplace(); }
 
-HPLMemory* HPLPlatform::addMemory() {
-  memories_.push_back(new HPLMemory());
-  return memories_.back();
-}
+HPLMemory* HPLPlatform::addMemory() { return memories_.emplace(); }
 
-HPLInterface* HPLPlatform::addInterface() {
-  interfaces_.push_back(new HPLInterface());
-  return interfaces_.back();
-}
+HPLInterface* HPLPlatform::addInterface() { return interfaces_.emplace(); }
 
-HSTFwdIter<HPLDevice*>* HPLPlatform::createDeviceIter() const { return HSTCreateFwdIter(devices_); }
-HSTFwdIter<HPLMemory*>* HPLPlatform::createMemoryIter() const { return HSTCreateFwdIter(memories_); }
-HSTFwdIter<HPLInterface*>* HPLPlatform::createInterfaceIter() const { return HSTCreateFwdIter(interfaces_); }
-HSTFwdIter<HPLFile*>* HPLPlatform::createFileVecIter() const { return HSTCreateFwdIter(files_); }
+HSTFwdIter<HPLDevice*>* HPLPlatform::createDeviceIter() const { return HSTCreateFwdIter(devices_.view()); }
+HSTFwdIter<HPLMemory*>* HPLPlatform::createMemoryIter() const { return HSTCreateFwdIter(memories_.view()); }
+HSTFwdIter<HPLInterface*>* HPLPlatform::createInterfaceIter() const {
+  return HSTCreateFwdIter(interfaces_.view());
+}
+HSTFwdIter<HPLFile*>* HPLPlatform::createFileVecIter() const { return HSTCreateFwdIter(files_.view()); }
 
 void HPLPlatform::getDevices(TEQDeviceVec& out) const {
   for (HPLDevice* d : devices_) out.push_back(d);
@@ -258,11 +246,10 @@ void HPLPlatform::getBoardImgZipEntries(StringVector& out) const {
 // ---- Files ----
 
 HPLFile* HPLPlatform::addFile(const std::string& type, const std::string& name) {
-  HPLFile* file = new HPLFile();
+  auto file = std::make_unique<HPLFile>();
   file->setType(type);
   file->setName(name);
-  files_.push_back(file);
-  return file;
+  return files_.add(std::move(file));
 }
 
 std::string HPLPlatform::getFile(const std::string& name) const {
@@ -285,21 +272,17 @@ HPLFile* HPLPlatform::findFile(const std::string& type) const {
   return nullptr;
 }
 
-void HPLPlatform::removeFile(HPLFile* file) {
-  auto it = std::find(files_.begin(), files_.end(), file);
-  if (it == files_.end()) return;
-  files_.erase(it);
-  delete file;
-}
+void HPLPlatform::removeFile(HPLFile* file) { files_.erase(file); }
 
 void HPLPlatform::removeFileType(const std::string& type) {
   while (HPLFile* f = findFile(type)) removeFile(f);
 }
 
 void HPLPlatform::restoreFiles_(const std::vector<HPLFile>& files) {
-  for (HPLFile* f : files_) delete f;
-  files_.clear();
-  for (const HPLFile& f : files) files_.push_back(new HPLFile(f));
+  // The copies are made first, so a failed copy leaves the current list alone.
+  HSTOwningVector<HPLFile> copies;
+  for (const HPLFile& f : files) copies.emplace(f);
+  files_.swap(copies);
 }
 
 std::string HPLPlatform::getXmlFile() const {

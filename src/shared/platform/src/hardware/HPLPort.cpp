@@ -1,20 +1,22 @@
 #include "platform/HPLPort.h"
 
+#include <memory>
+
 #include "platform/HPLAddressSegment.h"
 #include "platform/JSONObjectWriter.h"
 
 HPLPort::HPLPort() = default;
 
-HPLPort::~HPLPort() {
-  for (HPLAddressSegment* s : segments_) delete s;
-}
+HPLPort::~HPLPort() = default;
 
 void HPLPort::addAddressSegment(HPLAddressSegment* segment) {
-  if (segment != nullptr) segments_.push_back(segment);
+  // Owned from here on, also when the append fails.
+  std::unique_ptr<HPLAddressSegment> owned(segment);
+  if (owned) segments_.add(std::move(owned));
 }
 
 HSTFwdIter<HPLAddressSegment*>* HPLPort::createAddressSegmentIter() const {
-  return HSTCreateFwdIter(segments_);
+  return HSTCreateFwdIter(segments_.view());
 }
 
 void HPLPort::toJSON(teq_platform::JSONObjectWriter& writer) const {

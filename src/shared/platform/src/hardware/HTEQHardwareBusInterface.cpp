@@ -7,14 +7,9 @@
 
 HTEQHardwareBusInterface::HTEQHardwareBusInterface() = default;
 
-HTEQHardwareBusInterface::~HTEQHardwareBusInterface() {
-  for (HTEQHardwareAddressSegment* s : segments_) delete s;
-}
+HTEQHardwareBusInterface::~HTEQHardwareBusInterface() = default;
 
-HTEQHardwareAddressSegment* HTEQHardwareBusInterface::addAddressSegment() {
-  segments_.push_back(new HTEQHardwareAddressSegment());
-  return segments_.back();
-}
+HTEQHardwareAddressSegment* HTEQHardwareBusInterface::addAddressSegment() { return segments_.emplace(); }
 
 unsigned int HTEQHardwareBusInterface::getMemoryIndex(unsigned int n) const {
   return n < segments_.size() ? segments_[n]->getIndex() : 0;

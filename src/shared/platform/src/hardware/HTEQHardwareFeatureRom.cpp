@@ -43,9 +43,9 @@ const char* enabled(uint64_t bits, unsigned bit) { return (bits >> bit) & 1u ? "
 }  // namespace
 
 HTEQHardwareFeatureRom::HTEQHardwareFeatureRom()
-    : header_(new unsigned char[kHeaderSize]()), searchPropertyName_("TEQ_FEATURE_ROM") {}
+    : header_(std::make_unique<unsigned char[]>(kHeaderSize)), searchPropertyName_("TEQ_FEATURE_ROM") {}
 
-HTEQHardwareFeatureRom::~HTEQHardwareFeatureRom() { delete[] header_; }
+HTEQHardwareFeatureRom::~HTEQHardwareFeatureRom() = default;
 
 uint64_t HTEQHardwareFeatureRom::readLE_(unsigned offset, unsigned size) const {
   uint64_t v = 0;
@@ -74,10 +74,10 @@ uint64_t HTEQHardwareFeatureRom::getTimeSinceEpoch() const { return readLE_(kTim
 void HTEQHardwareFeatureRom::setTimeSinceEpoch(uint64_t v) { writeLE_(kTimeSinceEpoch, 8, v); }
 
 const char* HTEQHardwareFeatureRom::getFPGAPartName() const {
-  return reinterpret_cast<const char*>(header_ + kFPGAPartName);
+  return reinterpret_cast<const char*>(header_.get() + kFPGAPartName);
 }
 const char* HTEQHardwareFeatureRom::getVBNVName() const {
-  return reinterpret_cast<const char*>(header_ + kVBNVName);
+  return reinterpret_cast<const char*>(header_.get() + kVBNVName);
 }
 
 void HTEQHardwareFeatureRom::setName_(unsigned offset, const unsigned char (&bytes)[kNameSize],
@@ -91,8 +91,8 @@ void HTEQHardwareFeatureRom::setName_(unsigned offset, const unsigned char (&byt
   // At most 63 characters and the terminator; the rest of the field is cleared
   // so that no part of an earlier, longer name survives.
   std::size_t length = static_cast<const unsigned char*>(zero) - bytes;
-  std::memset(header_ + offset, 0, kNameSize);
-  std::memcpy(header_ + offset, bytes, length);
+  std::memset(header_.get() + offset, 0, kNameSize);
+  std::memcpy(header_.get() + offset, bytes, length);
 }
 
 void HTEQHardwareFeatureRom::setFPGAPartName(const unsigned char (&bytes)[kNameSize]) {
@@ -112,7 +112,7 @@ uint64_t HTEQHardwareFeatureRom::getFeatureBitMap() const { return readLE_(kFeat
 void HTEQHardwareFeatureRom::setFeatureBitMap(uint64_t v) { writeLE_(kFeatureBitMap, 8, v); }
 
 void HTEQHardwareFeatureRom::setUUID(const unsigned char (&bytes)[kUUIDSize]) {
-  std::memcpy(header_ + kUUID, bytes, kUUIDSize);
+  std::memcpy(header_.get() + kUUID, bytes, kUUIDSize);
 }
 
 void HTEQHardwareFeatureRom::setUUID(const std::string& text) {
@@ -124,7 +124,7 @@ void HTEQHardwareFeatureRom::setUUID(const std::string& text) {
   } catch (const boost::bad_lexical_cast&) {
     throw HEXAlgException("Unable to convert string to Feature ROM UUID: '" + text + "'");
   }
-  std::memcpy(header_ + kUUID, id.data, kUUIDSize);
+  std::memcpy(header_.get() + kUUID, id.data, kUUIDSize);
 }
 
 std::string HTEQHardwareFeatureRom::getUUIDAsString() const {
@@ -171,7 +171,7 @@ void HTEQHardwareFeatureRom::toJSON(teq_platform::JSONObjectWriter& writer) cons
   // The names are read up to their terminator and never past their 64 bytes,
   // whatever a reader wrote into the raw header.
   auto name = [this](unsigned offset) {
-    const char* p = reinterpret_cast<const char*>(header_ + offset);
+    const char* p = reinterpret_cast<const char*>(header_.get() + offset);
     return std::string(p, strnlen(p, kNameSize));
   };
   writer.addKey("majorVersion", std::to_string(getMajorVersion()));

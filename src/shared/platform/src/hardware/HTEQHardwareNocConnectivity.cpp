@@ -6,21 +6,16 @@
 
 HTEQHardwareNocConnectivity::HTEQHardwareNocConnectivity() = default;
 
-HTEQHardwareNocConnectivity::~HTEQHardwareNocConnectivity() {
-  for (HTEQHardwareBusInterface* bi : busInterfaces_) delete bi;
-}
+HTEQHardwareNocConnectivity::~HTEQHardwareNocConnectivity() = default;
 
-HTEQHardwareBusInterface* HTEQHardwareNocConnectivity::addBusInterface() {
-  busInterfaces_.push_back(new HTEQHardwareBusInterface());
-  return busInterfaces_.back();
-}
+HTEQHardwareBusInterface* HTEQHardwareNocConnectivity::addBusInterface() { return busInterfaces_.emplace(); }
 
 void HTEQHardwareNocConnectivity::getBusInterfaces(BusInterfaceVec& out) const {
   out.insert(out.end(), busInterfaces_.begin(), busInterfaces_.end());
 }
 
 HSTFwdIter<HTEQHardwareBusInterface*>* HTEQHardwareNocConnectivity::createBusInterfaceIter() const {
-  return HSTCreateFwdIter(busInterfaces_);
+  return HSTCreateFwdIter(busInterfaces_.view());
 }
 
 HTEQHardwareBusInterface* HTEQHardwareNocConnectivity::getBusInterfaceByName(const std::string& name) const {

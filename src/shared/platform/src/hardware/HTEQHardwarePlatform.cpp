@@ -1,6 +1,7 @@
 #include "platform/HTEQHardwarePlatform.h"
 
 #include <algorithm>
+#include <memory>
 #include <set>
 
 #include "archives/PlatformArchiveAccess.h"
@@ -27,16 +28,11 @@ namespace {
 
 const char* const kHwEmuDir = "hw_emu";
 const char* const kAltPrefix = "alt_";
-template <class T>
-void deleteAll(std::vector<T*>& v) {
-  for (T* p : v) delete p;
-  v.clear();
-}
 
 template <class T>
-void walkIter(HSTFwdIter<T>* iter, std::vector<T>& out) {
+void walkIter(HSTFwdIter<T>* created, std::vector<T>& out) {
+  std::unique_ptr<HSTFwdIter<T>> iter(created);
   while (iter->hasNext()) out.push_back(iter->next());
-  delete iter;
 }
 
 }  // namespace
@@ -44,18 +40,9 @@ void walkIter(HSTFwdIter<T>* iter, std::vector<T>& out) {
 // ---------------------------------------------------------------------------
 // Construction
 
-HTEQHardwarePlatform::HTEQHardwarePlatform() : designIds_(new HTEQReconfigPartition()) {}
+HTEQHardwarePlatform::HTEQHardwarePlatform() : designIds_(std::make_unique<HTEQReconfigPartition>()) {}
 
-HTEQHardwarePlatform::~HTEQHardwarePlatform() {
-  deleteAll(ipParams_);
-  deleteAll(nocConnectivity_);
-  deleteAll(busInterfaces_);
-  deleteAll(systemClocks_);
-  deleteAll(featureRoms_);
-  deleteAll(designIpInstances_);
-  deleteAll(reconfigPartitions_);
-  delete designIds_;
-}
+HTEQHardwarePlatform::~HTEQHardwarePlatform() = default;
 
 // ---------------------------------------------------------------------------
 // Identity
@@ -164,13 +151,10 @@ void HTEQHardwarePlatform::getAllResources(StringVector& types, StringVector& co
 // ---------------------------------------------------------------------------
 // Clocks
 
-HTEQSystemClock* HTEQHardwarePlatform::addSystemClock() {
-  systemClocks_.push_back(new HTEQSystemClock());
-  return systemClocks_.back();
-}
+HTEQSystemClock* HTEQHardwarePlatform::addSystemClock() { return systemClocks_.emplace(); }
 
 HSTFwdIter<HTEQSystemClock*>* HTEQHardwarePlatform::createSystemClockIter() const {
-  return HSTCreateFwdIter(systemClocks_);
+  return HSTCreateFwdIter(systemClocks_.view());
 }
 
 void HTEQHardwarePlatform::getSystemClocks(TEQSystemClockVec& out) const {
@@ -250,39 +234,30 @@ bool HTEQHardwarePlatform::hasFixedClocks() const {
 // ---------------------------------------------------------------------------
 // IP parameters, NoC connectivity, bus interfaces
 
-HTEQHardwareIPParam* HTEQHardwarePlatform::addHardwareIPParam() {
-  ipParams_.push_back(new HTEQHardwareIPParam());
-  return ipParams_.back();
-}
+HTEQHardwareIPParam* HTEQHardwarePlatform::addHardwareIPParam() { return ipParams_.emplace(); }
 
 HSTFwdIter<HTEQHardwareIPParam*>* HTEQHardwarePlatform::createIPParamIter() const {
-  return HSTCreateFwdIter(ipParams_);
+  return HSTCreateFwdIter(ipParams_.view());
 }
 
 void HTEQHardwarePlatform::getHardwareIPParams(TEQHardwareIPParamVec& out) const {
   walkIter(createIPParamIter(), out);
 }
 
-HTEQHardwareNocConnectivity* HTEQHardwarePlatform::addNocConnectivity() {
-  nocConnectivity_.push_back(new HTEQHardwareNocConnectivity());
-  return nocConnectivity_.back();
-}
+HTEQHardwareNocConnectivity* HTEQHardwarePlatform::addNocConnectivity() { return nocConnectivity_.emplace(); }
 
 HSTFwdIter<HTEQHardwareNocConnectivity*>* HTEQHardwarePlatform::createNocConnectivityIter() const {
-  return HSTCreateFwdIter(nocConnectivity_);
+  return HSTCreateFwdIter(nocConnectivity_.view());
 }
 
 void HTEQHardwarePlatform::getNocConnectivity(TEQHardwareNocConnectivityVec& out) const {
   out.insert(out.end(), nocConnectivity_.begin(), nocConnectivity_.end());
 }
 
-HTEQHardwareBusInterface* HTEQHardwarePlatform::addBusInterface() {
-  busInterfaces_.push_back(new HTEQHardwareBusInterface());
-  return busInterfaces_.back();
-}
+HTEQHardwareBusInterface* HTEQHardwarePlatform::addBusInterface() { return busInterfaces_.emplace(); }
 
 HSTFwdIter<HTEQHardwareBusInterface*>* HTEQHardwarePlatform::createBusInterfaceIter() const {
-  return HSTCreateFwdIter(busInterfaces_);
+  return HSTCreateFwdIter(busInterfaces_.view());
 }
 
 void HTEQHardwarePlatform::getBusInterfaces(TEQHardwareBusInterfaceVec& out) const {
@@ -291,14 +266,12 @@ void HTEQHardwarePlatform::getBusInterfaces(TEQHardwareBusInterfaceVec& out) con
 
 // Unlike clocks, the first interface of a name wins.
 HTEQHardwareBusInterface* HTEQHardwarePlatform::getBusInterfaceByName(const std::string& name) const {
-  HSTFwdIter<HTEQHardwareBusInterface*>* iter = createBusInterfaceIter();
-  HTEQHardwareBusInterface* found = nullptr;
-  while (found == nullptr && iter->hasNext()) {
+  std::unique_ptr<HSTFwdIter<HTEQHardwareBusInterface*>> iter(createBusInterfaceIter());
+  while (iter->hasNext()) {
     HTEQHardwareBusInterface* bi = iter->next();
-    if (bi->getName() == name) found = bi;
+    if (bi->getName() == name) return bi;
   }
-  delete iter;
-  return found;
+  return nullptr;
 }
 
 int HTEQHardwarePlatform::getBusInterfaceMaxDataWidth() const {
@@ -319,11 +292,11 @@ unsigned int countAximm(const HTEQHardwarePlatform::TEQHardwareBusInterfaceVec& 
 }  // namespace
 
 unsigned int HTEQHardwarePlatform::getMaxAXIMMManagers() const {
-  return countAximm(busInterfaces_, "master");
+  return countAximm(busInterfaces_.view(), "master");
 }
 
 unsigned int HTEQHardwarePlatform::getMaxAXIMMSubordinates() const {
-  return countAximm(busInterfaces_, "slave");
+  return countAximm(busInterfaces_.view(), "slave");
 }
 
 unsigned int HTEQHardwarePlatform::getMaxInterrupts() const {
@@ -337,13 +310,10 @@ unsigned int HTEQHardwarePlatform::getMaxInterrupts() const {
 // ---------------------------------------------------------------------------
 // Feature ROMs
 
-HTEQHardwareFeatureRom* HTEQHardwarePlatform::addFeatureRom() {
-  featureRoms_.push_back(new HTEQHardwareFeatureRom());
-  return featureRoms_.back();
-}
+HTEQHardwareFeatureRom* HTEQHardwarePlatform::addFeatureRom() { return featureRoms_.emplace(); }
 
 HSTFwdIter<HTEQHardwareFeatureRom*>* HTEQHardwarePlatform::createFeatureRomIter() const {
-  return HSTCreateFwdIter(featureRoms_);
+  return HSTCreateFwdIter(featureRoms_.view());
 }
 
 void HTEQHardwarePlatform::getFeatureRoms(TEQHardwareFeatureRomVec& out) const {
@@ -394,19 +364,13 @@ bool HTEQHardwarePlatform::isFlatShell() const { return isPreSynthFlatShell() ||
 // ---------------------------------------------------------------------------
 // Design IP instances and reconfigurable partitions
 
-HTEQDesignIPInstance* HTEQHardwarePlatform::addDesignIPInstance() {
-  designIpInstances_.push_back(new HTEQDesignIPInstance());
-  return designIpInstances_.back();
-}
+HTEQDesignIPInstance* HTEQHardwarePlatform::addDesignIPInstance() { return designIpInstances_.emplace(); }
 
 HSTFwdIter<HTEQDesignIPInstance*>* HTEQHardwarePlatform::createDesignIPInstanceIter() const {
-  return HSTCreateFwdIter(designIpInstances_);
+  return HSTCreateFwdIter(designIpInstances_.view());
 }
 
-HTEQReconfigPartition* HTEQHardwarePlatform::addReconfigPartition() {
-  reconfigPartitions_.push_back(new HTEQReconfigPartition());
-  return reconfigPartitions_.back();
-}
+HTEQReconfigPartition* HTEQHardwarePlatform::addReconfigPartition() { return reconfigPartitions_.emplace(); }
 
 HTEQReconfigPartition* HTEQHardwarePlatform::findReconfigPartition(uint32_t nodeId) const {
   for (HTEQReconfigPartition* p : reconfigPartitions_) {
@@ -598,7 +562,7 @@ bool HTEQHardwarePlatform::isValidPlatformExt(const std::string& extension) {
 
 namespace {
 template <class Writer, class T>
-void addList(Writer& writer, const char* key, const std::vector<T*>& items) {
+void addList(Writer& writer, const char* key, const HSTOwningVector<T>& items) {
   auto list = teq_platform::listFor(writer);
   for (const T* item : items) list.addItem(item);
   writer.addKey(key, std::move(list));
@@ -653,7 +617,7 @@ void HTEQHardwarePlatform::writeJSON_(Writer& writer) const {
   flash.addKey("size", flashSize_);
   writer.addKey("flash", std::move(flash));
 
-  writer.addKey("designIDs", designIds_);
+  writer.addKey("designIDs", designIds_.get());
   addList(writer, "reconfigPartitionIDs", reconfigPartitions_);
   writer.addKey("tilHardware", &tilHardware_);
   // Read directly: writing never triggers the lazy load of partitions.

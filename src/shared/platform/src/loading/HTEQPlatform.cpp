@@ -1,5 +1,8 @@
 #include "platform/HTEQPlatform.h"
 
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <set>
 
 #include "host/HUTPathUtils.h"
@@ -16,17 +19,46 @@ HTEQPlatform::HTEQPlatform() = default;
 HTEQPlatform::~HTEQPlatform() {
   // A partition does not own the hardware objects attached to it; the platform
   // that holds the partition is their last holder, so they go with it. Each
-  // object is freed once, however many places point at it.
-  std::set<HTEQHardwarePlatform*> owned{hardwarePlatform_, hardwareEmulationPlatform_};
-  for (auto* rp : reconfigurablePartitions_) {
-    owned.insert(rp->getHardwarePlatform());
-    owned.insert(rp->getHardwareEmulationPlatform());
-    delete rp;
+  // object is freed once, however many places point at it. The partitions and
+  // software platforms themselves go with their lists.
+  try {
+    std::set<HTEQHardwarePlatform*> owned{hardwarePlatform_, hardwareEmulationPlatform_};
+    for (const auto* rp : reconfigurablePartitions_) {
+      owned.insert(rp->getHardwarePlatform());
+      owned.insert(rp->getHardwareEmulationPlatform());
+    }
+    for (auto* p : owned) delete p;
+  } catch (const std::bad_alloc&) {
+    // Nothing was deleted yet. Without memory for the set, each object is
+    // compared with the ones before it instead: slower, but a destructor must
+    // not throw.
+    const std::size_t count = attachedHardwareCount_();
+    for (std::size_t i = 0; i < count; ++i) {
+      HTEQHardwarePlatform* p = attachedHardware_(i);
+      bool seen = false;
+      for (std::size_t j = 0; j < i && !seen; ++j) seen = attachedHardware_(j) == p;
+      if (!seen) delete p;
+    }
   }
-  reconfigurablePartitions_.clear();
-  for (auto* sw : softwarePlatforms_) delete sw;
-  softwarePlatforms_.clear();
-  for (auto* p : owned) delete p;
+}
+
+std::size_t HTEQPlatform::attachedHardwareCount_() const { return 2 + 2 * reconfigurablePartitions_.size(); }
+
+HTEQHardwarePlatform* HTEQPlatform::attachedHardware_(std::size_t i) const {
+  if (i == 0) return hardwarePlatform_;
+  if (i == 1) return hardwareEmulationPlatform_;
+  const HTEQReconfigurablePartition* rp = reconfigurablePartitions_[(i - 2) / 2];
+  return i % 2 == 0 ? rp->getHardwarePlatform() : rp->getHardwareEmulationPlatform();
+}
+
+void HTEQPlatform::addReconfigurablePartition(HTEQReconfigurablePartition* rp) {
+  std::unique_ptr<HTEQReconfigurablePartition> owned(rp);
+  if (owned) reconfigurablePartitions_.add(std::move(owned));
+}
+
+void HTEQPlatform::addSoftwarePlatform(HTEQSoftwarePlatform* sw) {
+  std::unique_ptr<HTEQSoftwarePlatform> owned(sw);
+  if (owned) softwarePlatforms_.add(std::move(owned));
 }
 
 std::string HTEQPlatform::getPlatformDir() const { return HUTPathUtils::getParent(platformFile_); }

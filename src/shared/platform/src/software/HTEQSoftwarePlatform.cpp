@@ -21,10 +21,7 @@ void appendNew(const std::vector<std::string>& names, std::vector<std::string>& 
 
 HTEQSoftwarePlatform::HTEQSoftwarePlatform() = default;
 
-HTEQSoftwarePlatform::~HTEQSoftwarePlatform() {
-  for (HTEQSystemConfig* c : systemConfigs_) delete c;
-  systemConfigs_.clear();
-}
+HTEQSoftwarePlatform::~HTEQSoftwarePlatform() = default;
 
 void HTEQSoftwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const {
   writer.addKey("linuxRootFileSystemPath", linuxRootFileSystemPath_);
@@ -34,11 +31,7 @@ void HTEQSoftwarePlatform::toJSON(teq_platform::JSONObjectWriter& writer) const 
   writer.addKey("systemConfigurations", std::move(configs));
 }
 
-HTEQSystemConfig* HTEQSoftwarePlatform::addSystemConfig() {
-  std::unique_ptr<HTEQSystemConfig> config(new HTEQSystemConfig());
-  systemConfigs_.push_back(config.get());
-  return config.release();
-}
+HTEQSystemConfig* HTEQSoftwarePlatform::addSystemConfig() { return systemConfigs_.emplace(); }
 
 HTEQSystemConfig* HTEQSoftwarePlatform::getSystemConfig() const {
   return systemConfigs_.empty() ? nullptr : systemConfigs_.front();

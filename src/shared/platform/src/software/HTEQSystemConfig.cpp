@@ -10,12 +10,7 @@
 
 HTEQSystemConfig::HTEQSystemConfig() = default;
 
-HTEQSystemConfig::~HTEQSystemConfig() {
-  for (HTEQProcessorGroup* g : procGrps_) delete g;
-  procGrps_.clear();
-  for (HTEQBootImg* b : bootImgs_) delete b;
-  bootImgs_.clear();
-}
+HTEQSystemConfig::~HTEQSystemConfig() = default;
 
 void HTEQSystemConfig::toJSON(teq_platform::JSONObjectWriter& writer) const {
   writer.addKey("name", name_);
@@ -100,19 +95,11 @@ void HTEQSystemConfig::setPrettyName(const std::string& name) { prettyName_ = na
 void HTEQSystemConfig::setDefaultProcGrpName(const std::string& name) { defaultProcGrpName_ = name; }
 void HTEQSystemConfig::setDefaultBootImgName(const std::string& name) { defaultBootImgName_ = name; }
 
-HTEQBootImg* HTEQSystemConfig::addBootImg() {
-  std::unique_ptr<HTEQBootImg> img(new HTEQBootImg());
-  bootImgs_.push_back(img.get());
-  return img.release();
-}
+HTEQBootImg* HTEQSystemConfig::addBootImg() { return bootImgs_.emplace(); }
 
 void HTEQSystemConfig::addProcessorGroup(const std::string& name) { procGrpNames_.push_back(name); }
 
-HTEQProcessorGroup* HTEQSystemConfig::addProcessorGroup() {
-  std::unique_ptr<HTEQProcessorGroup> group(new HTEQProcessorGroup());
-  procGrps_.push_back(group.get());
-  return group.release();
-}
+HTEQProcessorGroup* HTEQSystemConfig::addProcessorGroup() { return procGrps_.emplace(); }
 
 void HTEQSystemConfig::setSupportsQemu(bool supports) { supportsQemu_ = supports; }
 void HTEQSystemConfig::addRuntime(const std::string& runtime) { runtimes_.push_back(runtime); }
