@@ -116,10 +116,11 @@ std::string HUTFile::readAll(const std::string& path, unsigned long long maxByte
                              const std::string& limitName) {
   zr_owned::Fd fd(openForReading(path));
   struct stat st;
-  if (::fstat(fd.get(), &st) != 0) throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+  if (::fstat(fd.get(), &st) != 0)
+    throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
   const auto tooLarge = [&] {
-    return HEXDataException("'" + path + "' is larger than the " + limitName + " of " + std::to_string(maxBytes) +
-                            " bytes");
+    return HEXDataException("'" + path + "' is larger than the " + limitName + " of " +
+                            std::to_string(maxBytes) + " bytes");
   };
   if (static_cast<unsigned long long>(st.st_size) > maxBytes) throw tooLarge();
   // One byte more than the file holds shows its end in the same read; a file

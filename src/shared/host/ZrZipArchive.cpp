@@ -210,7 +210,8 @@ void Archive::put(const std::string& member, const std::string& data) {
     if (!copy) throw HEXUserException("archive '" + path_ + "': out of memory for member '" + member + "'");
     std::memcpy(copy.get(), data.data(), data.size());
   }
-  zr_owned::Owned<zip_source_t, zip_source_free> source(zip_source_buffer(za_.get(), copy.get(), data.size(), 1));
+  zr_owned::Owned<zip_source_t, zip_source_free> source(
+      zip_source_buffer(za_.get(), copy.get(), data.size(), 1));
   if (!source) fail("cannot add member '" + member + "'");
   copy.release();  // the source frees the bytes from now on
   add_(member, std::move(source));
@@ -349,7 +350,8 @@ std::size_t MemberReader::read(char* buffer, std::size_t n) {
   position_ += static_cast<std::uint64_t>(got);
   // The recorded size was held against the limits when the member was opened;
   // without one, the limits themselves bound the read.
-  if (position_ > limit_) refuse_("inflates beyond the " + limitName_ + " of " + std::to_string(limit_) + " bytes");
+  if (position_ > limit_)
+    refuse_("inflates beyond the " + limitName_ + " of " + std::to_string(limit_) + " bytes");
   if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_))
     refuse_("inflates beyond its recorded size of " + std::to_string(recordedSize_) + " bytes");
   checkRatio_(position_);

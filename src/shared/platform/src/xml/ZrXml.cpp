@@ -134,7 +134,7 @@ const char* compressedForm(const std::string& data) {
     const char* name;
   } kForms[] = {
       {"\x1f\x8b", 2, "gzip"},
-      {"\xfd" "7zXZ\0", 6, "xz"},
+      {"\xfd\x37\x7a\x58\x5a\0", 6, "xz"},
       {"\x5d\0\0", 3, "lzma"},
   };
   for (const auto& form : kForms)
@@ -381,7 +381,9 @@ Builder::~Builder() = default;
 
 void Builder::FreeDoc::operator()(void* doc) const { xmlFreeDoc(static_cast<xmlDocPtr>(doc)); }
 
-Builder::Element Builder::root() { return Element(this, xmlDocGetRootElement(static_cast<xmlDocPtr>(doc_.get()))); }
+Builder::Element Builder::root() {
+  return Element(this, xmlDocGetRootElement(static_cast<xmlDocPtr>(doc_.get())));
+}
 
 Builder::Element Builder::Element::addChild(const std::string& localName) {
   xmlNodePtr c = xmlNewChild(X(raw_), static_cast<xmlNsPtr>(owner_->ns_), XC(localName), nullptr);
