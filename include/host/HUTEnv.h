@@ -13,6 +13,18 @@
 //                          application root
 //   TMPDIR                 the temporary directory (else /tmp)
 // and takes the version from the build. Each default can also be set directly.
+//
+// It also holds the limits on what the library reads into memory:
+//   max metadata size      64 MiB. The largest XML document, and the largest
+//                          archive member read whole (metadata), that is read;
+//                          past it the read fails with a sentence naming the
+//                          limit. The largest real platforms hold a few tens
+//                          of MB of metadata.
+//   max compression ratio  200. An archive member larger than 1 MiB that
+//                          inflates more than this many times its stored size
+//                          is refused, whether read or unpacked; smaller
+//                          members may compress as well as they like. 0 lifts
+//                          the limit.
 class ZR_PLATFORM_API HUTEnv {
  public:
   HUTEnv();
@@ -36,6 +48,11 @@ class ZR_PLATFORM_API HUTEnv {
   // Overrides the tool version; a full build string of "" keeps "MAJOR.MINOR".
   virtual void setVersion(int major, int minor, const std::string& fullBuild = "");
 
+  virtual unsigned long long getMaxMetadataSize() const;
+  virtual void setMaxMetadataSize(unsigned long long bytes);
+  virtual unsigned getMaxCompressionRatio() const;
+  virtual void setMaxCompressionRatio(unsigned ratio);
+
   // The process-wide environment. setInstance does not take ownership; null
   // restores the default.
   static HUTEnv& instance();
@@ -49,6 +66,8 @@ class ZR_PLATFORM_API HUTEnv {
   int minor_;
   std::string fullBuild_;
   std::string productName_;
+  unsigned long long maxMetadataSize_ = 64ull << 20;
+  unsigned maxCompressionRatio_ = 200;
 };
 
 #endif

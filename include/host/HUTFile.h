@@ -31,6 +31,20 @@ class ZR_PLATFORM_API HUTFile {
   static void copyFile(const std::string& from, const std::string& to);
   // Renames a file over `to` in one step (both in one file system).
   static void renameFile(const std::string& from, const std::string& to);
+
+  // Every file the library reads goes through these two. The path must name a
+  // regular file once links are followed; that is checked before the file is
+  // opened, so a FIFO, socket or device (/dev/stdin included) is refused
+  // without being opened, as reading one could block or never end. The open
+  // file is checked again, in case the path changed in between.
+  // openForReading returns a descriptor the caller closes. Both throw
+  // HEXFileNotFoundException when nothing is at the path, HEXUserException
+  // when it is "not a regular file" or cannot be opened or read.
+  static int openForReading(const std::string& path);
+  // The whole content of the file. A file longer than maxBytes is refused with
+  // HEXDataException, in a sentence naming `limitName` and the limit.
+  static std::string readAll(const std::string& path, unsigned long long maxBytes,
+                             const std::string& limitName = "size limit");
 };
 
 #endif

@@ -11,6 +11,8 @@
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
+#include "host/IslIostreams.h"
+#include "host/IslXp.h"
 #include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 #include "support/ZipTestSupport.h"
@@ -424,4 +426,70 @@ TEST(HUTZip, AFailedWriteLeavesTheOriginalArchiveIntact) {
   EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 1}");
   // No temporary file is left behind.
   EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
+}
+
+TEST(HUTZip, MembersPastTheMetadataOrRatioLimitAreRefusedNamingIt) {
+  TempDir dir;
+  const zr_test::ScopedReadLimits limits(64 << 10, 200);
+  const std::string zip = dir.file("a.cfa");
+  const std::string random = zr_test::incompressible(2 << 20);
+  makeZip(zip, {{"small.xml", std::string(512 << 10, 'z')},  // below the ratio floor
+                {"dense.bit", std::string(2 << 20, '\0')},   // past the ratio limit
+                {"random.bit", random}});                    // past the metadata limit only
+  const struct {
+    std::string member;
+    std::string readRefusal;     // "" when read whole
+    std::string extractRefusal;  // "" when unpacked
+  } cases[] = {
+      {"small.xml", "beyond the metadata size limit of 65536 bytes", ""},
+      {"dense.bit", "beyond the compression-ratio limit of 200 to 1",
+       "beyond the compression-ratio limit of 200 to 1"},
+      {"random.bit", "beyond the metadata size limit of 65536 bytes", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.member);
+    std::string content;
+    const std::string read =
+        thrownText<HEXDataException>([&] { HUTZip::readMember(zip, c.member, content); });
+    EXPECT_NE(read.find(c.readRefusal), std::string::npos) << read;
+    const std::string out = dir.file("out/" + c.member);
+    const std::string extract =
+        thrownText<HEXDataException>([&] { HUTZip::extractMember(zip, c.member, out); });
+    if (c.extractRefusal.empty()) {
+      EXPECT_EQ(extract, "");
+      EXPECT_EQ(HUTFile::getSize(out), static_cast<long long>(c.member == "small.xml" ? 512 << 10 : 2 << 20));
+    } else {
+      EXPECT_NE(extract.find(c.extractRefusal), std::string::npos) << extract;
+      EXPECT_FALSE(HUTFile::exists(out));
+    }
+  }
+  // Within the limits, the same members read whole.
+  const zr_test::ScopedReadLimits lifted(64 << 20, 0);
+  EXPECT_EQ(member(zip, "dense.bit").size(), 2u << 20);
+  EXPECT_EQ(member(zip, "random.bit"), random);
+}
+
+TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {
+  TempDir dir;
+  const std::string fifo = dir.file("pipe.cfa");
+  const zr_test::GuardedFifo guard(fifo);
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string& path : {fifo, std::string("/dev/null"), dir.path()}) {
+    SCOPED_TRACE(path);
+    for (const std::string& text :
+         {thrownText<HEXUserException>([&] { HUTFile::readAll(path, 1 << 20); }),
+          thrownText<HEXUserException>([&] { HUTZip::getFiles(path); }),
+          thrownText<HEXUserException>([&] { isl::iostreams::xp::read_file(path); })})
+      EXPECT_TRUE(text.find("not a regular file") != std::string::npos ||
+                  text.find("is a directory") != std::string::npos)
+          << text;
+    EXPECT_FALSE(isl::iostreams::zip_istream("x", path).is_open());
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  // A file is read whole up to its limit, and refused one byte past it.
+  const std::string file = dir.write("f", "0123456789");
+  EXPECT_EQ(HUTFile::readAll(file, 10), "0123456789");
+  EXPECT_NE(
+      thrownText<HEXDataException>([&] { HUTFile::readAll(file, 9, "test limit"); }).find("test limit of 9"),
+      std::string::npos);
 }

@@ -1,6 +1,11 @@
 #include "support/TestSupport.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <boost/filesystem.hpp>
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -62,6 +67,25 @@ ScopedEnvVar::~ScopedEnvVar() {
     ::setenv(name_.c_str(), old_.c_str(), 1);
   else
     ::unsetenv(name_.c_str());
+}
+
+GuardedFifo::GuardedFifo(const std::string& path, int seconds) {
+  if (::mkfifo(path.c_str(), 0600) != 0) throw std::runtime_error("cannot make the FIFO " + path);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+  guard_ = std::thread([this, path, deadline] {
+    while (!stop_) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+      if (std::chrono::steady_clock::now() < deadline) continue;
+      // Succeeds only while a reader has the FIFO open; closing it ends that reader's stream.
+      const int fd = ::open(path.c_str(), O_WRONLY | O_NONBLOCK);
+      if (fd >= 0) ::close(fd);
+    }
+  });
+}
+
+GuardedFifo::~GuardedFifo() {
+  stop_ = true;
+  guard_.join();
 }
 
 }  // namespace zr_test

@@ -1,10 +1,12 @@
 #ifndef TESTS_SUPPORT_TESTSUPPORT_H
 #define TESTS_SUPPORT_TESTSUPPORT_H
 
+#include <atomic>
 #include <boost/property_tree/ptree.hpp>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "host/HUTEnv.h"
@@ -83,6 +85,43 @@ class ScopedTmpDir {
 
  private:
   std::string old_;
+};
+
+// Sets the environment's metadata size and compression-ratio limits for the
+// life of the object.
+class ScopedReadLimits {
+ public:
+  ScopedReadLimits(unsigned long long metadataBytes, unsigned ratio)
+      : bytes_(HUTEnv::instance().getMaxMetadataSize()), ratio_(HUTEnv::instance().getMaxCompressionRatio()) {
+    HUTEnv::instance().setMaxMetadataSize(metadataBytes);
+    HUTEnv::instance().setMaxCompressionRatio(ratio);
+  }
+  ~ScopedReadLimits() {
+    HUTEnv::instance().setMaxMetadataSize(bytes_);
+    HUTEnv::instance().setMaxCompressionRatio(ratio_);
+  }
+  ScopedReadLimits(const ScopedReadLimits&) = delete;
+  ScopedReadLimits& operator=(const ScopedReadLimits&) = delete;
+
+ private:
+  unsigned long long bytes_;
+  unsigned ratio_;
+};
+
+// A FIFO made at `path`. Should a reader still be blocked in it after
+// `seconds`, a guard opens it for writing and closes it again, so that the
+// reader sees an empty stream: code that wrongly reads the FIFO then fails
+// late instead of hanging the test.
+class GuardedFifo {
+ public:
+  explicit GuardedFifo(const std::string& path, int seconds = 5);
+  ~GuardedFifo();
+  GuardedFifo(const GuardedFifo&) = delete;
+  GuardedFifo& operator=(const GuardedFifo&) = delete;
+
+ private:
+  std::atomic<bool> stop_{false};
+  std::thread guard_;
 };
 
 // How often `what` occurs in `text`, overlaps included.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstring>
 
 #include "support/TestSupport.h"
@@ -106,4 +107,89 @@ TEST(ZrXml, BuilderWritesAndValidates) {
   zr_xml::Builder bad("root", "urn:test", "t", true);
   bad.root().setAttr("name", "x");
   EXPECT_THROW(bad.validate(schema()), HXMLException);
+}
+
+namespace {
+
+// The text of the HXMLException the parse raises, prefixed with its line ("3: ..."), or "" when it parses.
+std::string refusal(const std::string& doc) {
+  try {
+    zr_xml::Document::parseMemoryUnchecked(doc, "t.xml");
+  } catch (const HXMLException& e) {
+    return std::to_string(e.getLineNumber()) + ": " + e.getText();
+  }
+  return "";
+}
+
+std::string repeated(const std::string& piece, std::size_t n) {
+  std::string out;
+  for (std::size_t i = 0; i < n; ++i) out += piece;
+  return out;
+}
+
+std::string attributes(std::size_t n) {
+  std::string out;
+  for (std::size_t i = 0; i < n; ++i) out += " a" + std::to_string(i) + "=\"1\"";
+  return out;
+}
+
+}  // namespace
+
+TEST(ZrXml, OutsizedCompressedAndOverlongDocumentsAreRefusedNamingTheLimit) {
+  const zr_test::ScopedReadLimits limits(1 << 20, 200);
+  const std::size_t attrs = zr_xml::kMaxAttributes, kids = zr_xml::kMaxChildren;
+  // '=' and '>' inside values, comments, CDATA and instructions are no attributes or elements.
+  const std::string markup = "<?pi " + repeated("a=1 ", 2 * attrs) + "?><!-- " + repeated("<b>=", attrs) +
+                             " --><![CDATA[" + repeated("<c a='1'>", attrs) + "]]>";
+  const struct {
+    std::string doc;
+    std::string expected;  // "" when the document parses
+  } cases[] = {
+      {"<r>\n<e" + attributes(attrs) + "/></r>", ""},
+      {"<r>\n<e" + attributes(attrs - 1) + " q=\"" + repeated("=>", attrs) + "\"/></r>", ""},
+      {"<r>\n\n<e" + attributes(attrs + 1) + "/></r>",
+       "3: t.xml:3: an element with more than 256 attributes"},
+      {"<r>" + repeated("<e/>", kids) + "</r>", ""},
+      {"<r>\n" + repeated("<e>x</e>", kids + 1) + "</r>",
+       "2: t.xml:2: an element with more than 100000 children"},
+      {"<r>" + markup + "</r>", ""},
+      {std::string("\x1f\x8b\x08\0", 4), "0: t.xml: the document is compressed (gzip)"},
+      {std::string("\xfd\x37\x7a\x58\x5a\0\0", 7), "0: t.xml: the document is compressed (xz)"},
+      {"<r>" + std::string(1 << 20, ' ') + "</r>",
+       "0: t.xml: the document is 1048583 bytes, beyond the metadata size limit of 1048576 bytes"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.doc.substr(0, 60));
+    const std::string text = refusal(c.doc);
+    if (c.expected.empty())
+      EXPECT_EQ(text, "");
+    else
+      EXPECT_EQ(text.substr(0, c.expected.size()), c.expected) << text;
+  }
+}
+
+TEST(ZrXml, FilesOtherThanRegularOnesAreRefusedWithoutBlocking) {
+  zr_test::TempDir dir;
+  const std::string fifo = dir.file("pipe.xml");
+  const zr_test::GuardedFifo guard(fifo);
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string& path : {fifo, std::string("/dev/null"), dir.path()}) {
+    try {
+      zr_xml::Document::parseFile(path, schema());
+      ADD_FAILURE() << path << " was parsed";
+    } catch (const HXMLException& e) {
+      EXPECT_NE(e.getText().find("not a regular file"), std::string::npos) << e.getText();
+    }
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  // A file past the size limit is refused before it is read.
+  const zr_test::ScopedReadLimits limits(64, 200);
+  const std::string big =
+      dir.write("big.xml", "<t:root xmlns:t=\"urn:test\" t:name=\"" + std::string(64, 'n') + "\"/>");
+  try {
+    zr_xml::Document::parseFile(big, schema());
+    ADD_FAILURE() << "a file past the limit was parsed";
+  } catch (const HXMLException& e) {
+    EXPECT_NE(e.getText().find("metadata size limit of 64 bytes"), std::string::npos) << e.getText();
+  }
 }

@@ -71,6 +71,11 @@ void HUTEnv::setVersion(int major, int minor, const std::string& fullBuild) {
   fullBuild_ = fullBuild;
 }
 
+unsigned long long HUTEnv::getMaxMetadataSize() const { return maxMetadataSize_; }
+void HUTEnv::setMaxMetadataSize(unsigned long long bytes) { maxMetadataSize_ = bytes; }
+unsigned HUTEnv::getMaxCompressionRatio() const { return maxCompressionRatio_; }
+void HUTEnv::setMaxCompressionRatio(unsigned ratio) { maxCompressionRatio_ = ratio; }
+
 HUTEnv& HUTEnv::instance() {
   static HUTEnv defaultEnv;
   return g_instance ? *g_instance : defaultEnv;

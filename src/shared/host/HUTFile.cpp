@@ -1,11 +1,17 @@
 #include "host/HUTFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <boost/filesystem.hpp>
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 
+#include "ZrOwned.h"
 #include "host/HEXAll.h"
 
 namespace fs = boost::filesystem;
@@ -85,4 +91,54 @@ void HUTFile::renameFile(const std::string& from, const std::string& to) {
   boost::system::error_code ec;
   fs::rename(from, to, ec);
   if (ec) throw HEXUserException("cannot rename '" + from + "' to '" + to + "': " + ec.message());
+}
+
+int HUTFile::openForReading(const std::string& path) {
+  struct stat st;
+  if (path.empty() || ::stat(path.c_str(), &st) != 0) {
+    if (!path.empty() && errno != ENOENT && errno != ENOTDIR)
+      throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+    throw HEXFileNotFoundException(path);
+  }
+  if (!S_ISREG(st.st_mode)) throw HEXUserException("cannot read '" + path + "': it is not a regular file");
+  // Non-blocking, so that a path swapped for a FIFO since the look above
+  // cannot hold the open; the descriptor is made blocking again for reading.
+  zr_owned::Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!fd) throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+  if (::fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode))
+    throw HEXUserException("cannot read '" + path + "': it is not a regular file");
+  const int flags = ::fcntl(fd.get(), F_GETFL);
+  if (flags >= 0) ::fcntl(fd.get(), F_SETFL, flags & ~O_NONBLOCK);
+  return fd.release();
+}
+
+std::string HUTFile::readAll(const std::string& path, unsigned long long maxBytes,
+                             const std::string& limitName) {
+  zr_owned::Fd fd(openForReading(path));
+  struct stat st;
+  if (::fstat(fd.get(), &st) != 0)
+    throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+  const auto tooLarge = [&] {
+    return HEXDataException("'" + path + "' is larger than the " + limitName + " of " +
+                            std::to_string(maxBytes) + " bytes");
+  };
+  if (static_cast<unsigned long long>(st.st_size) > maxBytes) throw tooLarge();
+  // One byte more than the file holds shows its end in the same read; a file
+  // that grows meanwhile is read on, up to the limit and no further.
+  std::string data(static_cast<std::size_t>(st.st_size) + 1, '\0');
+  std::size_t done = 0;
+  for (;;) {
+    if (done == data.size()) {
+      if (done > maxBytes) throw tooLarge();
+      data.resize(done + std::min<unsigned long long>(65536, maxBytes - done) + 1);
+    }
+    const ssize_t got = ::read(fd.get(), &data[done], data.size() - done);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+    if (got == 0) break;
+    done += static_cast<std::size_t>(got);
+  }
+  if (done > maxBytes) throw tooLarge();
+  data.resize(done);
+  return data;
 }

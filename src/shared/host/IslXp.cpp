@@ -9,10 +9,9 @@
 #include <boost/iostreams/filter/zlib.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
 #include <cerrno>
-#include <fstream>
-#include <sstream>
 #include <vector>
 
+#include "ZrOwned.h"
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "host/HEXAll.h"
@@ -45,11 +44,14 @@ bool has_xp_header(const char* data, std::size_t size) {
 }
 
 bool is_xp_format(const std::string& path) {
-  if (!HUTFile::isFile(path)) return false;
-  std::ifstream in(path, std::ios::binary);
   char header[kHeaderSize];
-  in.read(header, kHeaderSize);
-  return in.gcount() == static_cast<std::streamsize>(kHeaderSize) && has_xp_header(header, kHeaderSize);
+  try {
+    const zr_owned::Fd fd(HUTFile::openForReading(path));
+    return ::read(fd.get(), header, kHeaderSize) == static_cast<ssize_t>(kHeaderSize) &&
+           has_xp_header(header, kHeaderSize);
+  } catch (const HEXAll&) {
+    return false;
+  }
 }
 
 std::uint64_t max_packed_size() { return HUTZip::getMaxMemberSize(); }
@@ -109,15 +111,7 @@ void write_file(const std::string& path, const std::string& data) {
 }
 
 std::string read_file(const std::string& path) {
-  if (!HUTFile::isFile(path)) throw HEXFileNotFoundException(path);
-  const long long size = HUTFile::getSize(path);
-  if (size < 0 || static_cast<std::uint64_t>(size) > max_packed_size() + kHeaderSize)
-    throw HEXDataException("'" + path + "' is too large to read");
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw HEXUserException("cannot read '" + path + "'");
-  std::ostringstream content;
-  content << in.rdbuf();
-  std::string data = content.str();
+  std::string data = HUTFile::readAll(path, max_packed_size() + kHeaderSize, "packed size limit");
   if (!has_xp_header(data.data(), data.size())) return data;
   try {
     return unpack(data);

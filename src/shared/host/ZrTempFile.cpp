@@ -17,13 +17,13 @@ TempFile::TempFile(const std::string& dir, const std::string& prefix, const std:
   const std::string pattern = (dir.empty() ? std::string(".") : dir) + "/" + prefix + "XXXXXX";
   std::vector<char> name(pattern.begin(), pattern.end());
   name.push_back('\0');
-  fd_ = ::mkstemp(name.data());
-  if (fd_ < 0) fail_(std::string("cannot create a temporary file: ") + std::strerror(errno));
+  fd_.reset(::mkstemp(name.data()));
+  if (!fd_) fail_(std::string("cannot create a temporary file: ") + std::strerror(errno));
   path_ = name.data();
 }
 
 TempFile::~TempFile() {
-  if (fd_ >= 0) ::close(fd_);
+  fd_.reset();
   if (!path_.empty()) ::unlink(path_.c_str());
 }
 
@@ -33,7 +33,7 @@ void TempFile::fail_(const std::string& reason) const {
 
 void TempFile::write(const char* data, std::size_t size) {
   while (size > 0) {
-    const ssize_t put = ::write(fd_, data, size);
+    const ssize_t put = ::write(fd_.get(), data, size);
     if (put < 0 && errno == EINTR) continue;
     if (put <= 0) fail_(put < 0 ? std::strerror(errno) : "nothing could be written");
     data += put;
@@ -42,14 +42,12 @@ void TempFile::write(const char* data, std::size_t size) {
 }
 
 void TempFile::close() {
-  if (fd_ < 0) return;
-  const int fd = fd_;
-  fd_ = -1;
-  if (::close(fd) != 0) fail_(std::strerror(errno));
+  if (!fd_) return;
+  if (::close(fd_.release()) != 0) fail_(std::strerror(errno));
 }
 
 void TempFile::commitTo(const std::string& target, unsigned mode) {
-  if (fd_ >= 0) ::fchmod(fd_, static_cast<mode_t>(mode));
+  if (fd_) ::fchmod(fd_.get(), static_cast<mode_t>(mode));
   close();
   if (::rename(path_.c_str(), target.c_str()) != 0) fail_(std::strerror(errno));
   path_.clear();

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "ZrOwned.h"
+
 namespace zr_zip {
 
 // A new empty file with a unique name in a directory, for writing a file
@@ -34,7 +36,7 @@ class TempFile {
 
   std::string target_;
   std::string path_;
-  int fd_ = -1;
+  zr_owned::Fd fd_;
 };
 
 // The directory part of a path, "" when it has none.

@@ -14,6 +14,7 @@
 #include "ZrTempFile.h"
 #include "ZrZipRawScan.h"
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "host/HUTZip.h"
@@ -106,23 +107,19 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(pa
   int code = 0;
   std::string nulName;
   bool nulFound = false;
-  int fd = -1;
   if (mode == OpenMode::kRead) {
-    // Reading needs one descriptor for both the raw name check and the zip
-    // library. If it cannot be opened, zip_open below says why.
-    fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    // One descriptor serves the raw name check and the zip library; it is
+    // opened by the file service, which refuses anything but a regular file.
+    zr_owned::Fd fd(HUTFile::openForReading(path));
+    nulFound = rawNamesHoldNul(fd.get(), nulName);
+    za_.reset(zip_fdopen(fd.get(), 0, &code));
+    if (za_) fd.release();  // the archive closes it from now on
   } else {
     // An update through a link updates the file it points to; renaming the
     // new archive over the link itself would leave that file stale.
     struct stat link;
     if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) file_ = HUTFile::getCanonicalName(path);
-  }
-  if (fd >= 0) {
-    nulFound = rawNamesHoldNul(fd, nulName);
-    za_ = zip_fdopen(fd, 0, &code);
-    if (!za_) ::close(fd);
-  } else {
-    za_ = zip_open(file_.c_str(), flags, &code);
+    za_.reset(zip_open(file_.c_str(), flags, &code));
   }
   if (!za_) {
     const std::string reason = libzipErrorText(code);
@@ -137,36 +134,28 @@ Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(pa
   // reads differently here than in other tools: both mark a damaged or forged archive.
   std::unordered_set<std::string> seen;
   for (const std::string& n : names()) {
-    if (!seen.insert(n).second) {
-      zip_discard(za_);
-      za_ = nullptr;
+    if (!seen.insert(n).second)
       throw HEXDataException("archive '" + path + "' holds the member '" + n + "' twice");
-    }
   }
   if (mode != OpenMode::kRead) nulFound = rawNamesHoldNul(file_, nulName);
-  if (nulFound) {
-    zip_discard(za_);
-    za_ = nullptr;
+  if (nulFound)
     throw HEXDataException("archive '" + path + "' holds a member name with a NUL byte: '" + nulName + "'");
-  }
 }
 
-Archive::~Archive() {
-  if (za_) zip_discard(za_);
-}
+Archive::~Archive() = default;
 
 void Archive::fail(const std::string& what) const {
-  const std::string reason = za_ ? zip_strerror(za_) : "archive closed";
+  const std::string reason = za_ ? zip_strerror(za_.get()) : "archive closed";
   throw HEXUserException("archive '" + path_ + "': " + what + ": " + reason);
 }
 
-std::int64_t Archive::size() const { return zip_get_num_entries(za_, 0); }
+std::int64_t Archive::size() const { return zip_get_num_entries(za_.get(), 0); }
 
 std::vector<std::string> Archive::names() const {
   std::vector<std::string> result;
   const std::int64_t n = size();
   for (std::int64_t i = 0; i < n; ++i) {
-    const char* s = zip_get_name(za_, static_cast<zip_uint64_t>(i), 0);
+    const char* s = zip_get_name(za_.get(), static_cast<zip_uint64_t>(i), 0);
     if (s) result.emplace_back(s);
   }
   return result;
@@ -174,11 +163,11 @@ std::vector<std::string> Archive::names() const {
 
 std::int64_t Archive::locate(const std::string& member) const {
   if (member.empty() || member.find('\0') != std::string::npos) return -1;
-  return zip_name_locate(za_, member.c_str(), 0);
+  return zip_name_locate(za_.get(), member.c_str(), 0);
 }
 
 std::string Archive::name(std::int64_t index) const {
-  const char* s = zip_get_name(za_, static_cast<zip_uint64_t>(index), 0);
+  const char* s = zip_get_name(za_.get(), static_cast<zip_uint64_t>(index), 0);
   return s ? s : "";
 }
 
@@ -190,13 +179,21 @@ bool Archive::isDirectoryEntry(std::int64_t index) const {
 std::int64_t Archive::recordedSize(std::int64_t index) const {
   zip_stat_t st;
   zip_stat_init(&st);
-  if (zip_stat_index(za_, static_cast<zip_uint64_t>(index), 0, &st) != 0) return -1;
+  if (zip_stat_index(za_.get(), static_cast<zip_uint64_t>(index), 0, &st) != 0) return -1;
   if (!(st.valid & ZIP_STAT_SIZE)) return -1;
   return static_cast<std::int64_t>(st.size);
 }
 
+std::int64_t Archive::storedSize(std::int64_t index) const {
+  zip_stat_t st;
+  zip_stat_init(&st);
+  if (zip_stat_index(za_.get(), static_cast<zip_uint64_t>(index), 0, &st) != 0) return -1;
+  if (!(st.valid & ZIP_STAT_COMP_SIZE)) return -1;
+  return static_cast<std::int64_t>(st.comp_size);
+}
+
 std::string Archive::read(std::int64_t index) {
-  MemberReader reader(*this, index);
+  MemberReader reader(*this, index, HUTEnv::instance().getMaxMetadataSize());
   std::string result;
   if (!reader.isOpen()) return result;
   if (reader.recordedSize() > 0) result.reserve(static_cast<std::size_t>(reader.recordedSize()));
@@ -207,50 +204,49 @@ std::string Archive::read(std::int64_t index) {
 
 void Archive::put(const std::string& member, const std::string& data) {
   checkMemberName(path_, member);
-  void* copy = nullptr;
+  zr_owned::Owned<void, ::free> copy;
   if (!data.empty()) {
-    copy = std::malloc(data.size());
+    copy.reset(std::malloc(data.size()));
     if (!copy) throw HEXUserException("archive '" + path_ + "': out of memory for member '" + member + "'");
-    std::memcpy(copy, data.data(), data.size());
+    std::memcpy(copy.get(), data.data(), data.size());
   }
-  zip_source_t* source = zip_source_buffer(za_, copy, data.size(), 1);
-  if (!source) {
-    std::free(copy);
-    fail("cannot add member '" + member + "'");
-  }
-  if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
-    zip_source_free(source);
-    fail("cannot add member '" + member + "'");
-  }
+  zr_owned::Owned<zip_source_t, zip_source_free> source(
+      zip_source_buffer(za_.get(), copy.get(), data.size(), 1));
+  if (!source) fail("cannot add member '" + member + "'");
+  copy.release();  // the source frees the bytes from now on
+  add_(member, std::move(source));
 }
 
 void Archive::putFile(const std::string& member, const std::string& sourceFile) {
   checkMemberName(path_, member);
   if (!HUTFile::isFile(sourceFile) || !std::ifstream(sourceFile, std::ios::binary))
     throw HEXUserException("archive '" + path_ + "': cannot read the file '" + sourceFile + "'");
-  zip_source_t* source = zip_source_file(za_, sourceFile.c_str(), 0, 0);
-  if (!source) fail("cannot add the file '" + sourceFile + "'");
   // The file source records the file's permission bits with the member.
-  if (zip_file_add(za_, member.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0) {
-    zip_source_free(source);
+  zr_owned::Owned<zip_source_t, zip_source_free> source(zip_source_file(za_.get(), sourceFile.c_str(), 0, 0));
+  if (!source) fail("cannot add the file '" + sourceFile + "'");
+  add_(member, std::move(source));
+}
+
+void Archive::add_(const std::string& member, zr_owned::Owned<zip_source_t, zip_source_free> source) {
+  if (zip_file_add(za_.get(), member.c_str(), source.get(), ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) < 0)
     fail("cannot add member '" + member + "'");
-  }
+  source.release();  // the archive holds the source from now on
 }
 
 void Archive::remove(std::int64_t index) {
-  if (zip_delete(za_, static_cast<zip_uint64_t>(index)) != 0)
+  if (zip_delete(za_.get(), static_cast<zip_uint64_t>(index)) != 0)
     fail("cannot delete member '" + name(index) + "'");
 }
 
 std::string Archive::comment() const {
   int length = 0;
-  const char* text = zip_get_archive_comment(za_, &length, ZIP_FL_ENC_RAW);
+  const char* text = zip_get_archive_comment(za_.get(), &length, ZIP_FL_ENC_RAW);
   return text && length > 0 ? std::string(text, static_cast<std::size_t>(length)) : std::string();
 }
 
 void Archive::setComment(const std::string& text) {
   if (text.size() > 0xffff) throw HEXDataException("archive '" + path_ + "': the comment is too long");
-  if (zip_set_archive_comment(za_, text.data(), static_cast<zip_uint16_t>(text.size())) != 0)
+  if (zip_set_archive_comment(za_.get(), text.data(), static_cast<zip_uint16_t>(text.size())) != 0)
     fail("cannot set the comment");
 }
 
@@ -262,23 +258,21 @@ void Archive::commit() {
   const std::int64_t n = size();
   for (std::int64_t i = 0; i < n; ++i) {
     zip_stat_t st;
-    if (zip_stat_index(za_, static_cast<zip_uint64_t>(i), 0, &st) == 0) ++survivors;
+    if (zip_stat_index(za_.get(), static_cast<zip_uint64_t>(i), 0, &st) == 0) ++survivors;
   }
   if (survivors == 0) {
     const std::string text = comment();
-    zip_discard(za_);
-    za_ = nullptr;
+    za_.reset();
     writeEmptyArchive(file_, text);
     return;
   }
-  if (zip_close(za_) != 0) {
-    const std::string reason = zip_strerror(za_);
-    zip_discard(za_);
-    za_ = nullptr;
+  if (zip_close(za_.get()) != 0) {
+    const std::string reason = zip_strerror(za_.get());
+    za_.reset();
     throw HEXUserException("cannot write archive '" + path_ + "': " + reason +
                            "; the archive on disk was left as it was");
   }
-  za_ = nullptr;
+  za_.release();  // closed and freed by zip_close
 }
 
 MemberReader::MemberReader(const std::string& archive, const std::string& member)
@@ -289,9 +283,14 @@ MemberReader::MemberReader(const std::string& archive, const std::string& member
   init_();
 }
 
-MemberReader::MemberReader(Archive& archive, std::int64_t index)
+MemberReader::MemberReader(Archive& archive, std::int64_t index, std::uint64_t metadataLimit)
     : archive_(archive.path()), member_(archive.name(index)), za_(&archive), index_(index) {
   init_();
+  if (metadataLimit > 0 && metadataLimit < limit_) {
+    limit_ = metadataLimit;
+    limitName_ = "metadata size limit";
+    checkRecordedSize_();
+  }
 }
 
 void MemberReader::init_() {
@@ -300,18 +299,40 @@ void MemberReader::init_() {
     return;
   }
   recordedSize_ = za_->recordedSize(index_);
-  const std::uint64_t limit = HUTZip::getMaxMemberSize();
-  if (recordedSize_ > 0 && static_cast<std::uint64_t>(recordedSize_) > limit)
-    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ + "' is " +
-                           std::to_string(recordedSize_) + " bytes, beyond the limit of " +
-                           std::to_string(limit) + " bytes");
+  storedSize_ = za_->storedSize(index_);
+  limit_ = HUTZip::getMaxMemberSize();
+  limitName_ = "member size limit";
+  checkRecordedSize_();
+  if (recordedSize_ > 0) checkRatio_(static_cast<std::uint64_t>(recordedSize_));
   openFile_();
 }
 
-MemberReader::~MemberReader() { close(); }
+void MemberReader::checkRecordedSize_() {
+  if (recordedSize_ > 0 && static_cast<std::uint64_t>(recordedSize_) > limit_)
+    refuse_("is " + std::to_string(recordedSize_) + " bytes, beyond the " + limitName_ + " of " +
+            std::to_string(limit_) + " bytes");
+}
+
+// A member past a small size that inflates far more than real data does is
+// refused: its stored bytes are a tiny fraction of what it would cost.
+void MemberReader::checkRatio_(std::uint64_t inflated) {
+  constexpr std::uint64_t kRatioFloor = 1u << 20;
+  const unsigned ratio = HUTEnv::instance().getMaxCompressionRatio();
+  if (ratio == 0 || inflated <= kRatioFloor || storedSize_ < 0) return;
+  if (inflated / ratio > static_cast<std::uint64_t>(storedSize_))
+    refuse_("inflates from " + std::to_string(storedSize_) + " to " + std::to_string(inflated) +
+            " bytes, beyond the compression-ratio limit of " + std::to_string(ratio) + " to 1");
+}
+
+void MemberReader::refuse_(const std::string& why) {
+  close();
+  throw HEXDataException("member '" + member_ + "' of archive '" + archive_ + "' " + why);
+}
+
+MemberReader::~MemberReader() = default;
 
 void MemberReader::openFile_() {
-  file_ = zip_fopen_index(za_->handle(), static_cast<zip_uint64_t>(index_), 0);
+  file_.reset(zip_fopen_index(za_->handle(), static_cast<zip_uint64_t>(index_), 0));
   if (!file_)
     throw HEXDataException("cannot read member '" + member_ + "' of archive '" + archive_ +
                            "': " + zip_strerror(za_->handle()));
@@ -320,35 +341,27 @@ void MemberReader::openFile_() {
 
 std::size_t MemberReader::read(char* buffer, std::size_t n) {
   if (!file_ || n == 0) return 0;
-  const zip_int64_t got = zip_fread(file_, buffer, n);
+  const zip_int64_t got = zip_fread(file_.get(), buffer, n);
   if (got < 0) {
-    const std::string reason = zip_file_strerror(file_);
+    const std::string reason = zip_file_strerror(file_.get());
     close();
     throw HEXDataException("cannot read member '" + member_ + "' of archive '" + archive_ + "': " + reason);
   }
   position_ += static_cast<std::uint64_t>(got);
-  // The recorded size was held against the limit when the member was opened;
-  // without one, the limit itself bounds the read.
-  if (recordedSize_ < 0 && position_ > HUTZip::getMaxMemberSize()) {
-    close();
-    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
-                           "' inflates beyond the limit of " + std::to_string(HUTZip::getMaxMemberSize()) +
-                           " bytes");
-  }
-  if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_)) {
-    close();
-    throw HEXDataException("member '" + member_ + "' of archive '" + archive_ +
-                           "' inflates beyond its recorded size of " + std::to_string(recordedSize_) +
-                           " bytes");
-  }
+  // The recorded size was held against the limits when the member was opened;
+  // without one, the limits themselves bound the read.
+  if (position_ > limit_)
+    refuse_("inflates beyond the " + limitName_ + " of " + std::to_string(limit_) + " bytes");
+  if (recordedSize_ >= 0 && position_ > static_cast<std::uint64_t>(recordedSize_))
+    refuse_("inflates beyond its recorded size of " + std::to_string(recordedSize_) + " bytes");
+  checkRatio_(position_);
   return static_cast<std::size_t>(got);
 }
 
 std::uint64_t MemberReader::seek(std::uint64_t offset) {
   if (!za_ || index_ < 0) return 0;
   if (offset < position_ || !file_) {
-    if (file_) zip_fclose(file_);
-    file_ = nullptr;
+    file_.reset();
     openFile_();
   }
   char scratch[65536];
@@ -361,9 +374,6 @@ std::uint64_t MemberReader::seek(std::uint64_t offset) {
   return position_;
 }
 
-void MemberReader::close() {
-  if (file_) zip_fclose(file_);
-  file_ = nullptr;
-}
+void MemberReader::close() { file_.reset(); }
 
 }  // namespace zr_zip

@@ -6,13 +6,14 @@
 // passes the same checks: a readable zip, no member name twice, no member that
 // inflates past the size limit.
 
+#include <zip.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-struct zip;
-struct zip_file;
+#include "ZrOwned.h"
 
 namespace zr_zip {
 
@@ -46,7 +47,7 @@ class Archive {
   Archive& operator=(const Archive&) = delete;
 
   const std::string& path() const { return path_; }
-  zip* handle() { return za_; }
+  zip* handle() { return za_.get(); }
 
   std::int64_t size() const;
   // The member names, in the order of the central directory.
@@ -56,9 +57,13 @@ class Archive {
   bool isDirectoryEntry(std::int64_t index) const;
   // The member's recorded (uncompressed) size, or -1 when the archive does not record it.
   std::int64_t recordedSize(std::int64_t index) const;
+  // The member's stored (compressed) size, or -1 when the archive does not record it.
+  std::int64_t storedSize(std::int64_t index) const;
   std::string name(std::int64_t index) const;
 
-  // Reads a whole member, honouring the size limit. Throws HEXDataException.
+  // Reads a whole member into memory, which holds it to the metadata size
+  // limit of the environment (and the member size limit, when that is lower).
+  // Throws HEXDataException.
   std::string read(std::int64_t index);
 
   // Adds or replaces a member with the given bytes / with the bytes of a file
@@ -76,22 +81,26 @@ class Archive {
 
  private:
   [[noreturn]] void fail(const std::string& what) const;
+  void add_(const std::string& member, zr_owned::Owned<zip_source_t, zip_source_free> source);
 
   std::string path_;
   std::string file_;  // the file behind path_ when that is a symbolic link
-  zip* za_ = nullptr;
+  zr_owned::Owned<zip, zip_discard> za_;
 };
 
 // Reads one member in pieces, refusing to go past the size limit or past the
 // member's recorded size (a member that inflates beyond what its entry says is
-// damaged or hostile).
+// damaged or hostile), and refusing a member larger than 1 MiB that inflates
+// more than the environment's compression-ratio limit.
 class MemberReader {
  public:
   // Throws as Archive does; returns a reader that is not open when the member
   // is missing or is a directory entry.
   MemberReader(const std::string& archive, const std::string& member);
   // Reads from an archive that is already open and outlives the reader.
-  MemberReader(Archive& archive, std::int64_t index);
+  // A reader for a member read whole into memory passes the metadata size
+  // limit as `metadataLimit`; 0 holds the member to the member size limit only.
+  MemberReader(Archive& archive, std::int64_t index, std::uint64_t metadataLimit = 0);
   ~MemberReader();
   MemberReader(const MemberReader&) = delete;
   MemberReader& operator=(const MemberReader&) = delete;
@@ -110,16 +119,22 @@ class MemberReader {
 
  private:
   void openFile_();
+  void init_();
+  void checkRecordedSize_();
+  void checkRatio_(std::uint64_t inflated);
+  [[noreturn]] void refuse_(const std::string& why);
 
   std::string archive_;
   std::string member_;
-  void init_();
 
   std::unique_ptr<Archive> owned_;
   Archive* za_ = nullptr;
-  zip_file* file_ = nullptr;
+  zr_owned::Owned<zip_file, zip_fclose> file_;
   std::int64_t index_ = -1;
   std::int64_t recordedSize_ = -1;
+  std::int64_t storedSize_ = -1;  // compressed size, -1 when unknown
+  std::uint64_t limit_ = 0;
+  std::string limitName_;
   std::uint64_t position_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "ZrOwned.h"
 #include "ZrZipArchive.h"
 #include "host/HEXAll.h"
 
@@ -18,7 +19,7 @@ const char kCommentPrefix[] = "zr-digest sha256:";
 
 class Sha256 {
  public:
-  Sha256() : ctx_(EVP_MD_CTX_new(), EVP_MD_CTX_free) {
+  Sha256() : ctx_(EVP_MD_CTX_new()) {
     if (!ctx_ || EVP_DigestInit_ex(ctx_.get(), EVP_sha256(), nullptr) != 1)
       throw HEXError("cannot start a SHA-256 digest");
   }
@@ -34,7 +35,7 @@ class Sha256 {
   }
 
  private:
-  std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> ctx_;
+  zr_owned::Owned<EVP_MD_CTX, EVP_MD_CTX_free> ctx_;
 };
 
 std::string toHex(const std::string& bytes) {

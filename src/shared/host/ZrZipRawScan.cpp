@@ -9,6 +9,8 @@
 #include <cstring>
 #include <vector>
 
+#include "ZrOwned.h"
+
 namespace zr_zip {
 
 namespace {
@@ -34,11 +36,11 @@ bool readAt(int fd, std::uint64_t offset, std::size_t length, std::vector<unsign
 }  // namespace
 
 bool rawNamesHoldNul(const std::string& path, std::string& name) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  const bool found = rawNamesHoldNul(fd, name);
-  ::close(fd);
-  return found;
+  // Only regular files: a FIFO would block the open.
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
+  const zr_owned::Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return fd && rawNamesHoldNul(fd.get(), name);
 }
 
 bool rawNamesHoldNul(int in, std::string& name) {

@@ -1,23 +1,33 @@
 #include "xml/ZrXml.h"
 
-#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 #include <libxml/xmlschemas.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <climits>
+#include <cstring>
 #include <map>
 #include <mutex>
 
+#include "ZrOwned.h"
 #include "host/HSTStringUtils.h"
+#include "host/HUTEnv.h"
+#include "host/HUTFile.h"
 
 namespace zr_xml {
 
 namespace {
+
+using zr_owned::Owned;
+
+// Strings the XML library hands over are freed by its own deallocator, which is
+// a variable rather than a function.
+struct XmlFree {
+  void operator()(xmlChar* s) const { xmlFree(s); }
+};
+using XmlString = std::unique_ptr<xmlChar, XmlFree>;
 
 void initOnce() {
   static std::once_flag flag;
@@ -54,31 +64,31 @@ class Schema {
   Schema(const char* key, const char* text, std::size_t size) {
     initOnce();
     ErrorSink errors;
-    xmlSchemaParserCtxtPtr pctxt = xmlSchemaNewMemParserCtxt(text, static_cast<int>(size));
-    xmlSchemaSetParserStructuredErrors(pctxt, collectError, &errors);
-    schema_ = xmlSchemaParse(pctxt);
-    xmlSchemaFreeParserCtxt(pctxt);
-    if (schema_ == nullptr)
+    const Owned<xmlSchemaParserCtxt, xmlSchemaFreeParserCtxt> pctxt(
+        xmlSchemaNewMemParserCtxt(text, static_cast<int>(size)));
+    if (pctxt) {
+      xmlSchemaSetParserStructuredErrors(pctxt.get(), collectError, &errors);
+      schema_.reset(xmlSchemaParse(pctxt.get()));
+    }
+    if (!schema_)
       throw HXMLException(std::string("internal schema '") + key + "' is invalid: " + errors.text,
                           errors.line);
   }
-  ~Schema() { xmlSchemaFree(schema_); }
 
   // Throws the first violation of the document.
   void validate(xmlDocPtr doc, const std::string& name) const {
     ErrorSink errors;
-    xmlSchemaValidCtxtPtr vctxt = xmlSchemaNewValidCtxt(schema_);
-    xmlSchemaSetValidStructuredErrors(vctxt, collectError, &errors);
-    const int rc = xmlSchemaValidateDoc(vctxt, doc);
-    xmlSchemaFreeValidCtxt(vctxt);
-    if (rc != 0) {
+    const Owned<xmlSchemaValidCtxt, xmlSchemaFreeValidCtxt> vctxt(xmlSchemaNewValidCtxt(schema_.get()));
+    if (!vctxt) throw HXMLException(name + ": out of memory", 0);
+    xmlSchemaSetValidStructuredErrors(vctxt.get(), collectError, &errors);
+    if (xmlSchemaValidateDoc(vctxt.get(), doc) != 0) {
       if (!errors.seen) errors.text = "the document does not match its schema";
       throw HXMLException(located(name, errors), errors.line);
     }
   }
 
  private:
-  xmlSchemaPtr schema_;
+  Owned<xmlSchema, xmlSchemaFree> schema_;
 };
 
 const Schema& schemaFor(const char* key, const char* xsdText, std::size_t size) {
@@ -114,57 +124,148 @@ void checkNoEntities(xmlDocPtr doc, const std::string& name) {
   }
 }
 
-// The whole of a regular file, read with a few system calls. False for
-// anything else, and for what libxml2 reads differently from memory (a
-// gzip-compressed file) or cannot take from memory (over 2 GiB).
-bool readRegularFile(const std::string& path, std::string& data) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (fd < 0) return false;
-  struct stat st;
-  bool ok = ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size < INT_MAX;
-  if (ok) {
-    data.resize(static_cast<std::size_t>(st.st_size));
-    std::size_t done = 0;
-    while (ok && done < data.size()) {
-      const ssize_t got = ::read(fd, &data[done], data.size() - done);
-      if (got < 0 && errno == EINTR) continue;
-      ok = got > 0;
-      if (ok) done += static_cast<std::size_t>(got);
-    }
-  }
-  ::close(fd);
-  return ok && !(data.size() >= 2 && data[0] == '\x1f' && data[1] == '\x8b');
+// The compressed forms the XML library would unpack when reading a file
+// itself. A document is read by us and parsed from memory, so it never
+// unpacks them; they are named here, so that the refusal says why.
+const char* compressedForm(const std::string& data) {
+  static const struct {
+    const char* magic;
+    std::size_t size;
+    const char* name;
+  } kForms[] = {
+      {"\x1f\x8b", 2, "gzip"},
+      {"\xfd\x37\x7a\x58\x5a\0", 6, "xz"},
+      {"\x5d\0\0", 3, "lzma"},
+  };
+  for (const auto& form : kForms)
+    if (data.size() >= form.size && std::memcmp(data.data(), form.magic, form.size) == 0) return form.name;
+  return nullptr;
 }
 
-std::shared_ptr<void> readDoc(const std::string& name, const std::string* data) {
+// Throws the refusal of an element found by the scan below.
+[[noreturn]] void refuseElement(const std::string& name, int line, const char* what, std::size_t limit) {
+  throw HXMLException(name + ":" + std::to_string(line) + ": an element with more than " +
+                          std::to_string(limit) + " " + what + " is refused (the limit of " + what +
+                          " per element)",
+                      line);
+}
+
+// A linear look at the text before the parser sees it. The parser takes time
+// that grows with the square of the attributes of one element, so an element
+// with more attributes, or more children, than any platform file has is
+// refused here, with its line. The scan only counts: whatever it cannot make
+// sense of is left to the parser, which reports it.
+void scanElementCounts(const std::string& data, const std::string& name) {
+  const char* p = data.data();
+  const char* const end = p + data.size();
+  int line = 1;
+  std::vector<std::size_t> children;  // one count per open element
+  // Moves p past the first `close` at or after p (to the end when there is
+  // none), counting the lines on the way.
+  const auto skipPast = [&](const char* close) {
+    const std::size_t length = std::strlen(close);
+    const char* found = std::search(p, end, close, close + length);
+    const char* stop = found == end ? end : found + length;
+    line += static_cast<int>(std::count(p, stop, '\n'));
+    p = stop;
+  };
+  const auto startsWith = [&](const char* text) {
+    const std::size_t length = std::strlen(text);
+    return static_cast<std::size_t>(end - p) >= length && std::memcmp(p, text, length) == 0;
+  };
+  while (p < end) {
+    const char* lt = static_cast<const char*>(std::memchr(p, '<', static_cast<std::size_t>(end - p)));
+    if (lt == nullptr) break;
+    line += static_cast<int>(std::count(p, lt, '\n'));
+    p = lt;
+    if (startsWith("<!--")) {
+      skipPast("-->");
+    } else if (startsWith("<![CDATA[")) {
+      skipPast("]]>");
+    } else if (startsWith("<?")) {
+      skipPast("?>");
+    } else if (startsWith("<!")) {
+      // A document type declaration: its internal subset may hold '>' in
+      // brackets and quotes.
+      int depth = 0;
+      char quote = 0;
+      for (++p; p < end; ++p) {
+        const char c = *p;
+        if (c == '\n') ++line;
+        if (quote) {
+          if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+          quote = c;
+        } else if (c == '[') {
+          ++depth;
+        } else if (c == ']') {
+          --depth;
+        } else if (c == '>' && depth <= 0) {
+          ++p;
+          break;
+        }
+      }
+    } else if (startsWith("</")) {
+      if (!children.empty()) children.pop_back();
+      skipPast(">");
+    } else {
+      const int startLine = line;
+      if (!children.empty() && ++children.back() > kMaxChildren)
+        refuseElement(name, startLine, "children", kMaxChildren);
+      // Attributes are counted by their '=' outside quoted values.
+      std::size_t attributes = 0;
+      char quote = 0;
+      bool empty = false;
+      for (++p; p < end; ++p) {
+        const char c = *p;
+        if (c == '\n') ++line;
+        if (quote) {
+          if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+          quote = c;
+        } else if (c == '=') {
+          if (++attributes > kMaxAttributes) refuseElement(name, startLine, "attributes", kMaxAttributes);
+        } else if (c == '>') {
+          empty = p[-1] == '/';
+          ++p;
+          break;
+        }
+      }
+      if (!empty) children.push_back(0);
+    }
+  }
+}
+
+std::shared_ptr<void> readDoc(const std::string& name, const std::string& data) {
   initOnce();
-  if (data && data->size() > static_cast<std::size_t>(INT_MAX))
-    throw HXMLException(name + ": the document is too large", 0);
+  const unsigned long long limit = HUTEnv::instance().getMaxMetadataSize();
+  if (data.size() > limit || data.size() > static_cast<std::size_t>(INT_MAX))
+    throw HXMLException(name + ": the document is " + std::to_string(data.size()) +
+                            " bytes, beyond the metadata size limit of " + std::to_string(limit) + " bytes",
+                        0);
+  if (const char* form = compressedForm(data))
+    throw HXMLException(name + ": the document is compressed (" + form + "); compressed XML is not read", 0);
+  scanElementCounts(data, name);
   xmlSetGenericErrorFunc(nullptr, dropGeneric);
-  xmlParserCtxtPtr ctxt = xmlNewParserCtxt();
-  if (ctxt == nullptr) throw HXMLException(name + ": out of memory", 0);
+  const Owned<xmlParserCtxt, xmlFreeParserCtxt> ctxt(xmlNewParserCtxt());
+  if (!ctxt) throw HXMLException(name + ": out of memory", 0);
   ErrorSink errors;
-  xmlDocPtr doc = data ? xmlCtxtReadMemory(ctxt, data->data(), static_cast<int>(data->size()), name.c_str(),
-                                           nullptr, kParseOptions)
-                       : xmlCtxtReadFile(ctxt, name.c_str(), nullptr, kParseOptions);
-  if (doc == nullptr || !ctxt->wellFormed) {
-    xmlErrorPtr err = xmlCtxtGetLastError(ctxt);
+  Owned<xmlDoc, xmlFreeDoc> doc(xmlCtxtReadMemory(ctxt.get(), data.data(), static_cast<int>(data.size()),
+                                                  name.c_str(), nullptr, kParseOptions));
+  if (!doc || !ctxt->wellFormed) {
+    xmlErrorPtr err = xmlCtxtGetLastError(ctxt.get());
     if (err && err->message) {
       errors.text = HSTStringUtils::trim(err->message);
       errors.line = err->line;
     } else {
-      errors.text = data ? "the document is not well-formed XML" : "cannot read the file";
+      errors.text = "the document is not well-formed XML";
     }
-    if (doc) xmlFreeDoc(doc);
-    xmlFreeParserCtxt(ctxt);
     throw HXMLException(located(name, errors), errors.line);
   }
-  xmlFreeParserCtxt(ctxt);
-  std::shared_ptr<void> owned(doc, [](void* d) { xmlFreeDoc(static_cast<xmlDocPtr>(d)); });
-  checkNoEntities(doc, name);
-  if (xmlDocGetRootElement(doc) == nullptr)
+  checkNoEntities(doc.get(), name);
+  if (xmlDocGetRootElement(doc.get()) == nullptr)
     throw HXMLException(name + ": the document has no root element", 0);
-  return owned;
+  return std::shared_ptr<void>(doc.release(), [](void* d) { xmlFreeDoc(static_cast<xmlDocPtr>(d)); });
 }
 
 }  // namespace
@@ -177,10 +278,8 @@ int Node::line() const { return raw_ ? static_cast<int>(xmlGetLineNo(X(raw_))) :
 
 std::string Node::text() const {
   if (!raw_) return std::string();
-  xmlChar* content = xmlNodeGetContent(X(raw_));
-  std::string out = str(content);
-  xmlFree(content);
-  return out;
+  const XmlString content(xmlNodeGetContent(X(raw_)));
+  return str(content.get());
 }
 
 namespace {
@@ -197,10 +296,8 @@ std::string Node::attr(const char* localName) const {
   if (!raw_) return std::string();
   xmlAttrPtr a = findAttr(X(raw_), localName);
   if (!a) return std::string();
-  xmlChar* value = xmlNodeListGetString(X(raw_)->doc, a->children, 1);
-  std::string out = str(value);
-  xmlFree(value);
-  return out;
+  const XmlString value(xmlNodeListGetString(X(raw_)->doc, a->children, 1));
+  return str(value.get());
 }
 
 std::vector<Node> Node::children() const {
@@ -229,26 +326,30 @@ Node Node::child(const char* localName) const {
 }
 
 Document Document::parseFile(const std::string& path, const Schema& schema) {
-  Document d;
-  // A plain file is parsed from memory, which is the same parse without
-  // libxml2's own checks on the path; anything else goes to libxml2, which
-  // reports it as it always has.
+  // The file is read whole by us and parsed from memory: the XML library's own
+  // file reader would open anything and unpack compressed files unbounded.
   std::string data;
-  d.doc_ = readRegularFile(path, data) ? readDoc(path, &data) : readDoc(path, nullptr);
+  try {
+    data = HUTFile::readAll(path, HUTEnv::instance().getMaxMetadataSize(), "metadata size limit");
+  } catch (const HEXAll& e) {
+    throw HXMLException(e.getText(), 0);
+  }
+  Document d;
+  d.doc_ = readDoc(path, data);
   schema.validate(static_cast<xmlDocPtr>(d.doc_.get()), path);
   return d;
 }
 
 Document Document::parseMemory(const std::string& data, const std::string& name, const Schema& schema) {
   Document d;
-  d.doc_ = readDoc(name, &data);
+  d.doc_ = readDoc(name, data);
   schema.validate(static_cast<xmlDocPtr>(d.doc_.get()), name);
   return d;
 }
 
 Document Document::parseMemoryUnchecked(const std::string& data, const std::string& name) {
   Document d;
-  d.doc_ = readDoc(name, &data);
+  d.doc_ = readDoc(name, data);
   return d;
 }
 
@@ -265,6 +366,8 @@ Builder::Builder(const std::string& rootName, const std::string& nsUri, const st
     : qualifiedAttributes_(qualifiedAttributes) {
   initOnce();
   xmlDocPtr doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
+  if (doc == nullptr) throw HXMLException("out of memory for a new XML document", 0);
+  doc_.reset(doc);
   xmlNodePtr root = xmlNewDocNode(doc, nullptr, XC(rootName), nullptr);
   xmlDocSetRootElement(doc, root);
   if (!nsUri.empty()) {
@@ -272,12 +375,15 @@ Builder::Builder(const std::string& rootName, const std::string& nsUri, const st
     xmlSetNs(root, ns);
     ns_ = ns;
   }
-  doc_ = doc;
 }
 
-Builder::~Builder() { xmlFreeDoc(static_cast<xmlDocPtr>(doc_)); }
+Builder::~Builder() = default;
 
-Builder::Element Builder::root() { return Element(this, xmlDocGetRootElement(static_cast<xmlDocPtr>(doc_))); }
+void Builder::FreeDoc::operator()(void* doc) const { xmlFreeDoc(static_cast<xmlDocPtr>(doc)); }
+
+Builder::Element Builder::root() {
+  return Element(this, xmlDocGetRootElement(static_cast<xmlDocPtr>(doc_.get())));
+}
 
 Builder::Element Builder::Element::addChild(const std::string& localName) {
   xmlNodePtr c = xmlNewChild(X(raw_), static_cast<xmlNsPtr>(owner_->ns_), XC(localName), nullptr);
@@ -293,23 +399,22 @@ Builder::Element& Builder::Element::setAttr(const std::string& localName, const 
 }
 
 Builder::Element& Builder::Element::setText(const std::string& value) {
-  xmlChar* escaped = xmlEncodeSpecialChars(X(raw_)->doc, XC(value));
-  xmlNodeSetContent(X(raw_), escaped);
-  xmlFree(escaped);
+  const XmlString escaped(xmlEncodeSpecialChars(X(raw_)->doc, XC(value)));
+  xmlNodeSetContent(X(raw_), escaped.get());
   return *this;
 }
 
 void Builder::validate(const Schema& schema) const {
-  schema.validate(static_cast<xmlDocPtr>(doc_), "generated document");
+  schema.validate(static_cast<xmlDocPtr>(doc_.get()), "generated document");
 }
 
 std::string Builder::toString() const {
   xmlChar* mem = nullptr;
   int size = 0;
-  xmlDocDumpFormatMemoryEnc(static_cast<xmlDocPtr>(doc_), &mem, &size, "UTF-8", 1);
-  std::string out(reinterpret_cast<const char*>(mem), static_cast<std::size_t>(size));
-  xmlFree(mem);
-  return out;
+  xmlDocDumpFormatMemoryEnc(static_cast<xmlDocPtr>(doc_.get()), &mem, &size, "UTF-8", 1);
+  const XmlString owned(mem);
+  if (!owned || size < 0) throw HXMLException("out of memory for the text of an XML document", 0);
+  return std::string(reinterpret_cast<const char*>(owned.get()), static_cast<std::size_t>(size));
 }
 
 }  // namespace zr_xml

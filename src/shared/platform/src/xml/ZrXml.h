@@ -7,8 +7,14 @@
 // ZrXml.cpp; nothing here exposes its types.
 //
 // Reading never touches the network, never loads a DTD and never expands an
-// entity: a document that declares entities is refused. Every failure is an
-// HXMLException carrying the line number (0 when there is none).
+// entity: a document that declares entities is refused. Documents are read
+// into memory by the library and parsed from there: a file must be a regular
+// file, no larger than the environment's metadata size limit, and not
+// compressed. An element with more than kMaxAttributes attributes or
+// kMaxChildren element children is refused before the parse, as no platform
+// file comes near either and the parser's time grows with the square of the
+// attributes of one element. Every failure is an HXMLException carrying the
+// line number (0 when there is none).
 
 #include <cstddef>
 #include <memory>
@@ -18,6 +24,9 @@
 #include "host/HEXAll.h"
 
 namespace zr_xml {
+
+constexpr std::size_t kMaxAttributes = 256;
+constexpr std::size_t kMaxChildren = 100000;
 
 class Schema;
 
@@ -112,7 +121,10 @@ class Builder {
   std::string toString() const;
 
  private:
-  void* doc_;
+  struct FreeDoc {
+    void operator()(void* doc) const;
+  };
+  std::unique_ptr<void, FreeDoc> doc_;
   void* ns_ = nullptr;
   bool qualifiedAttributes_;
 };
