@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "hardware/HPLMemSizeParser.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
@@ -65,46 +66,8 @@ void HPLMemory::addConfigParam(const std::string& name, const std::string& value
   configParams_[name] = value;
 }
 
-namespace {
-
-bool isLineTerminator(char c) { return c == '\n' || c == '\r'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-// The replacement of every match of "([0-9]+).*GB" by its digits, as an
-// ECMAScript regular expression does it, but without the recursion of a
-// backtracking matcher, which a long text could drive through the whole stack.
-// A match starts at the first digit run that has "GB" behind it on the same
-// line ("." stops at line ends), keeps the whole run, and, being greedy, ends
-// at the last "GB" of that line.
-std::string replaceGbMatches(const std::string& s) {
-  std::string out;
-  size_t pos = 0;
-  while (pos < s.size()) {
-    if (!isDigit(s[pos])) {
-      out += s[pos++];
-      continue;
-    }
-    size_t runEnd = pos;
-    while (runEnd < s.size() && isDigit(s[runEnd])) ++runEnd;
-    size_t lastGb = std::string::npos;
-    for (size_t q = runEnd; q + 1 < s.size() && !isLineTerminator(s[q]); ++q) {
-      if (s[q] == 'G' && s[q + 1] == 'B') lastGb = q;
-    }
-    if (lastGb == std::string::npos) {
-      out.append(s, pos, runEnd - pos);
-      pos = runEnd;
-      continue;
-    }
-    out.append(s, pos, runEnd - pos);
-    pos = lastGb + 2;
-  }
-  return out;
-}
-
-}  // namespace
-
 int HPLMemory::sizeTextToGb(const std::string& size) {
-  std::string digits = replaceGbMatches(size);
+  std::string digits = HPLMemSizeParser::keepGigabyteNumbers(size);
   if (digits.empty() || digits == size) digits = "0";
   return std::stoi(digits, nullptr, 10);
 }

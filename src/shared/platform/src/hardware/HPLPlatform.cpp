@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "hardware/HPLMemSizeParser.h"
 #include "host/HEXAll.h"
 #include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
@@ -211,11 +210,7 @@ std::string HPLPlatform::getOclInstPath() const {
 // ---- Memories ----
 
 int HPLPlatform::getMemSizeInGb(unsigned int index) const {
-  if (memories_.empty()) return 0;
-  const std::string& size = memories_.at(index)->getSize();
-  std::string number = HPLMemSizeParser::keepGigabyteNumbers(size);
-  if (number.empty() || number == size) number = "0";
-  return std::stoi(number);
+  return HPLMemory::getMemSizeInGb(memories_.view(), index);
 }
 
 int HPLPlatform::getTotalMemSizeInGb() const {
@@ -225,8 +220,7 @@ int HPLPlatform::getTotalMemSizeInGb() const {
 }
 
 std::string HPLPlatform::getMemSize() const {
-  const int total = memories_.empty() ? 0 : getTotalMemSizeInGb();
-  return total == 0 ? "8 GB" : std::to_string(total) + " GB";
+  return HPLMemory::totalGbToText(memories_.empty() ? 0 : getTotalMemSizeInGb());
 }
 
 std::string HPLPlatform::getMemType() const {
