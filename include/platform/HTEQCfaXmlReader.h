@@ -73,8 +73,8 @@ class ZR_PLATFORM_API HTEQCfaXmlReader {
 
  private:
   // The whole text of an archive member; false (and an empty text) when it
-  // cannot be opened or read.
-  bool readMember_(const std::string& member, std::string& text) const;
+  // cannot be opened or read, with the archive layer's reason in `why` when given.
+  bool readMember_(const std::string& member, std::string& text, std::string* why = nullptr) const;
   // The XML member of the archive; names the archive in the platform first.
   std::string xmlMemberName_();
   // Parses the member into `root`; on failure reports "@74-62@" and answers false.

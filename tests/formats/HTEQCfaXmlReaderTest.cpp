@@ -584,7 +584,12 @@ TEST(CfaXmlReaderFailure, AMissingOrDamagedMemberFailsAsAParseError) {
   const std::string archive = dir.file("other.cfa");
   HUTZip::writeMember(archive, "lfa.xml", CfaDoc().text());
   const std::string notZip = dir.write("plain.cfa", CfaDoc().text());
-  for (const std::string& file : {archive, notZip}) {
+  // A member that inflates past the ratio limit is reported with that limit,
+  // not as an empty document.
+  const std::string bomb = dir.file("bomb.cfa");
+  HUTZip::writeMember(bomb, "cfa.xml", CfaDoc().text() + std::string(4 << 20, ' '));
+  const zr_test::ScopedReadLimits limits(64 << 20, 200);
+  for (const std::string& file : {archive, notZip, bomb}) {
     HPLPlatform platform;
     ComMsgCapture cap;
     EXPECT_FALSE(readInto(file, platform)) << file;
@@ -592,6 +597,8 @@ TEST(CfaXmlReaderFailure, AMissingOrDamagedMemberFailsAsAParseError) {
     ASSERT_NE(msg, nullptr) << file;
     ASSERT_EQ(msg->args.size(), 3u);
     EXPECT_FALSE(msg->args[0].empty());
+    EXPECT_EQ(msg->args[0].find("compression-ratio limit") != std::string::npos, file == bomb)
+        << msg->args[0];
     EXPECT_EQ(msg->args[1], file + "/cfa.xml");
     // The platform file was named before the member was read.
     EXPECT_EQ(platform.getPlatformFile(), HUTFile::getCanonicalName(file));

@@ -450,11 +450,11 @@ TEST(HUTZip, MembersPastTheMetadataOrRatioLimitAreRefusedNamingIt) {
     SCOPED_TRACE(c.member);
     std::string content;
     const std::string read =
-        thrownText<HEXDataException>([&] { HUTZip::readMember(zip, c.member, content); });
+        zr_test::thrownText<HEXDataException>([&] { HUTZip::readMember(zip, c.member, content); });
     EXPECT_NE(read.find(c.readRefusal), std::string::npos) << read;
     const std::string out = dir.file("out/" + c.member);
     const std::string extract =
-        thrownText<HEXDataException>([&] { HUTZip::extractMember(zip, c.member, out); });
+        zr_test::thrownText<HEXDataException>([&] { HUTZip::extractMember(zip, c.member, out); });
     if (c.extractRefusal.empty()) {
       EXPECT_EQ(extract, "");
       EXPECT_EQ(HUTFile::getSize(out), static_cast<long long>(c.member == "small.xml" ? 512 << 10 : 2 << 20));
@@ -477,9 +477,9 @@ TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {
   for (const std::string& path : {fifo, std::string("/dev/null"), dir.path()}) {
     SCOPED_TRACE(path);
     for (const std::string& text :
-         {thrownText<HEXUserException>([&] { HUTFile::readAll(path, 1 << 20); }),
-          thrownText<HEXUserException>([&] { HUTZip::getFiles(path); }),
-          thrownText<HEXUserException>([&] { isl::iostreams::xp::read_file(path); })})
+         {zr_test::thrownText<HEXUserException>([&] { HUTFile::readAll(path, 1 << 20); }),
+          zr_test::thrownText<HEXUserException>([&] { HUTZip::getFiles(path); }),
+          zr_test::thrownText<HEXUserException>([&] { isl::iostreams::xp::read_file(path); })})
       EXPECT_TRUE(text.find("not a regular file") != std::string::npos ||
                   text.find("is a directory") != std::string::npos)
           << text;
@@ -490,6 +490,6 @@ TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {
   const std::string file = dir.write("f", "0123456789");
   EXPECT_EQ(HUTFile::readAll(file, 10), "0123456789");
   EXPECT_NE(
-      thrownText<HEXDataException>([&] { HUTFile::readAll(file, 9, "test limit"); }).find("test limit of 9"),
+      zr_test::thrownText<HEXDataException>([&] { HUTFile::readAll(file, 9, "test limit"); }).find("test limit of 9"),
       std::string::npos);
 }

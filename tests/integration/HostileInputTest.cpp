@@ -216,6 +216,16 @@ TEST(HostileInput, EveryRowEndsInAPlatformOrItsRefusal) {
          EXPECT_EQ(::mkfifo(d.file("pipe.lfa").c_str(), 0600), 0);
          return d.file("pipe.lfa");
        }},
+      {"pipe named as a descriptor", Outcome::ParseError,
+       [](const TempDir& d) {
+         EXPECT_EQ(::mkfifo(d.file("pipe.zdf").c_str(), 0600), 0);
+         return d.file("pipe.zdf");
+       }},
+      {"pipe named as a software platform", Outcome::Refused,
+       [](const TempDir& d) {
+         EXPECT_EQ(::mkfifo(d.file("pipe.spfm").c_str(), 0600), 0);
+         return d.file("pipe.spfm");
+       }},
       {"device behind a link named as a software platform", Outcome::Refused,
        [](const TempDir& d) { return link(d, "zero.spfm", "/dev/zero"); }},
   };

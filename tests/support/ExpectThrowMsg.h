@@ -17,4 +17,20 @@
     }                                                                                               \
   } while (false)
 
+namespace zr_test {
+
+// The text of the E that `f` throws, or "" when it throws nothing; for tables
+// whose rows expect a refusal or none.
+template <class E, class F>
+std::string thrownText(F f) {
+  try {
+    f();
+  } catch (const E& e) {
+    return e.getText();
+  }
+  return "";
+}
+
+}  // namespace zr_test
+
 #endif

@@ -166,6 +166,13 @@ TEST(ZrXml, OutsizedCompressedAndOverlongDocumentsAreRefusedNamingTheLimit) {
     else
       EXPECT_EQ(text.substr(0, c.expected.size()), c.expected) << text;
   }
+  // Elements and attributes of the whole document: the tree's memory is bounded
+  // whatever the text's size.
+  const zr_test::ScopedReadLimits roomy(64 << 20, 200);
+  const std::string group = "<f>" + repeated("<e/>", kids - 1) + "</f>";
+  const std::string expected = "1: t.xml:1: the document has more than 4000000 elements and attributes";
+  EXPECT_EQ(refusal("<r>" + repeated(group, zr_xml::kMaxNodes / kids) + "</r>").substr(0, expected.size()),
+            expected);
 }
 
 TEST(ZrXml, FilesOtherThanRegularOnesAreRefusedWithoutBlocking) {

@@ -92,10 +92,13 @@ void HTEQCfaXmlReader::setMemberCache(ArchiveMemberCache* cache) {
   cache_ = cache != nullptr ? cache : ownCache_.get();
 }
 
-bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& content) const {
+bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& content, std::string* why) const {
   content.clear();
   isl::iostreams::device::file_source source(member, file_, std::ios_base::in | std::ios_base::binary);
-  if (!source.is_open()) return false;
+  if (!source.is_open()) {
+    if (why != nullptr) *why = source.error();
+    return false;
+  }
   boost::iostreams::filtering_istream in;
   in.push(source);
   // A damaged member stops the read with badbit; what was read so far is dropped.
@@ -107,6 +110,7 @@ bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& conte
   }
   if (in.bad()) {
     content.clear();
+    if (why != nullptr) *why = source.error().empty() ? "the member could not be read" : source.error();
     return false;
   }
   return true;
@@ -114,8 +118,15 @@ bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& conte
 
 bool HTEQCfaXmlReader::unmarshal_(const std::string& member, BasePlatform::Root& root) {
   std::string content;
-  // A member that cannot be read leaves the text empty, which fails to parse below.
-  readMember_(member, content);
+  std::string why;
+  // A member that cannot be read (missing, damaged, past a size or ratio limit)
+  // is reported with the archive layer's reason rather than as an empty document.
+  if (!readMember_(member, content, &why)) {
+    errorMsg_ = why;
+    ZR_SEND_MSG("@74-62@%s%s%d", ComMsgMask::kCriticalWarning, why, file_ + HUTFile::getSeparator() + member,
+                0);
+    return false;
+  }
   try {
     root.Unmarshal(content.data(), content.size());
   } catch (const HXMLException& e) {

@@ -142,6 +142,13 @@ const char* compressedForm(const std::string& data) {
   return nullptr;
 }
 
+// Throws the refusal of a document with more nodes than the tree may hold.
+[[noreturn]] void refuseDocument(const std::string& name, int line) {
+  throw HXMLException(name + ":" + std::to_string(line) + ": the document has more than " +
+                          std::to_string(kMaxNodes) + " elements and attributes (the limit per document)",
+                      line);
+}
+
 // Throws the refusal of an element found by the scan below.
 [[noreturn]] void refuseElement(const std::string& name, int line, const char* what, std::size_t limit) {
   throw HXMLException(name + ":" + std::to_string(line) + ": an element with more than " +
@@ -159,6 +166,7 @@ void scanElementCounts(const std::string& data, const std::string& name) {
   const char* p = data.data();
   const char* const end = p + data.size();
   int line = 1;
+  std::size_t nodes = 0;              // elements and attributes so far
   std::vector<std::size_t> children;  // one count per open element
   // Moves p past the first `close` at or after p (to the end when there is
   // none), counting the lines on the way.
@@ -210,6 +218,7 @@ void scanElementCounts(const std::string& data, const std::string& name) {
       skipPast(">");
     } else {
       const int startLine = line;
+      if (++nodes > kMaxNodes) refuseDocument(name, startLine);
       if (!children.empty() && ++children.back() > kMaxChildren)
         refuseElement(name, startLine, "children", kMaxChildren);
       // Attributes are counted by their '=' outside quoted values.
@@ -225,6 +234,7 @@ void scanElementCounts(const std::string& data, const std::string& name) {
           quote = c;
         } else if (c == '=') {
           if (++attributes > kMaxAttributes) refuseElement(name, startLine, "attributes", kMaxAttributes);
+          if (++nodes > kMaxNodes) refuseDocument(name, startLine);
         } else if (c == '>') {
           empty = p[-1] == '/';
           ++p;

@@ -27,6 +27,10 @@ namespace zr_xml {
 
 constexpr std::size_t kMaxAttributes = 256;
 constexpr std::size_t kMaxChildren = 100000;
+// Elements and attributes of a whole document. The parsed tree costs some
+// hundred bytes per node, so this bounds its memory (a few hundred MB at most)
+// whatever the text's size; a platform file of tens of MB has well under it.
+constexpr std::size_t kMaxNodes = 4000000;
 
 class Schema;
 
