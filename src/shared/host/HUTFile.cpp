@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include <boost/filesystem.hpp>
-#include <climits>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -87,8 +87,7 @@ class DirFd {
 
 bool HUTFile::mkDirBelow(const std::string& root, const std::string& relative) {
   DirFd dir(::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (dir.get() < 0)
-    throw HEXUserException("cannot open directory '" + root + "': " + std::strerror(errno));
+  if (dir.get() < 0) throw HEXUserException("cannot open directory '" + root + "': " + std::strerror(errno));
   std::string done = root;
   std::size_t start = 0;
   while (start <= relative.size()) {
@@ -118,8 +117,8 @@ std::string HUTFile::makeTmpDir(const std::string& prefix) {
   for (char c : std::string("XXXXXX")) name.push_back(c);
   name.push_back('\0');
   if (::mkdtemp(name.data()) == nullptr)
-    throw HEXUserException("cannot create a temporary directory '" + prefix + "XXXXXX': " +
-                           std::strerror(errno));
+    throw HEXUserException("cannot create a temporary directory '" + prefix +
+                           "XXXXXX': " + std::strerror(errno));
   return name.data();
 }
 

@@ -122,7 +122,8 @@ void unpackEntry(Archive& archive, std::int64_t index, const std::string& root, 
   while (!name.empty() && name.back() == '/') name.pop_back();
   const std::string target = root + "/" + name;
   const auto slash = name.rfind('/');
-  const std::string dirs = isDir ? name : (slash == std::string::npos ? std::string() : name.substr(0, slash));
+  const std::string dirs =
+      isDir ? name : (slash == std::string::npos ? std::string() : name.substr(0, slash));
   if (!HUTFile::mkDirBelow(root, dirs))
     throw HEXDataException("archive '" + archive.path() + "': the member '" + archive.name(index) +
                            "' would be written outside '" + root +

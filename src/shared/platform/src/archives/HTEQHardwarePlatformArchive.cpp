@@ -7,9 +7,9 @@
 #include <sstream>
 #include <vector>
 
-#include "archives/PlatformFileExtractor.h"
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
+#include "archives/PlatformFileExtractor.h"
 #include "archives/PlatformTilprjFileExtractor.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"

@@ -51,7 +51,9 @@ class TilStaging {
     } catch (const HEXUserException&) {
     }
   }
-  std::string file(const std::string& name) const { return dir_.empty() ? std::string() : dir_.get() + "/" + name; }
+  std::string file(const std::string& name) const {
+    return dir_.empty() ? std::string() : dir_.get() + "/" + name;
+  }
 
  private:
   HTEQTmpDirObject dir_;
