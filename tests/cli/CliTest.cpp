@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <boost/filesystem.hpp>
 #include <boost/property_tree/json_parser.hpp>
 #include <cstdlib>
 #include <sstream>
 
+#include "host/HUTFile.h"
+#include "host/HUTPathUtils.h"
 #include "platform/HTEQPlatformCAPI.h"
 #include "support/TestSupport.h"
 
@@ -141,6 +145,27 @@ TEST_F(Cli, SampleGrowsWithCountAndScale) {
   const auto smallDoc = entryPoint(hteq_get_platform_json, dir_.file("s/acme_dc/acme_dc.zdf"));
   const auto bigDoc = entryPoint(hteq_get_platform_json, dir_.file("b/acme_dc/acme_dc.zdf"));
   EXPECT_GT(bigDoc.size(), 3 * smallDoc.size());
+}
+
+TEST_F(Cli, SampleNeverWritesThroughALinkPlantedInItsDirectory) {
+  const std::string kept = dir_.write("kept.txt", "keep");
+  TempDir elsewhere;
+  // A link in place of a directory, and one in place of a file.
+  const struct {
+    const char* link;
+    std::string to;
+  } cases[] = {{"acme_dc", elsewhere.path()}, {"acme_dc/sw/acme_dc.spfm", kept}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.link);
+    const TempDir repo;
+    HUTFile::mkDirRecursive(HUTPathUtils::getParent(repo.file(c.link)));
+    ASSERT_EQ(::symlink(c.to.c_str(), repo.file(c.link).c_str()), 0);
+    const Outcome r = run(dir_, "gen-sample " + repo.path() + " --count 1 --scale 0.05");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(lines(r.err), 1) << r.err;
+    EXPECT_TRUE(boost::filesystem::is_empty(elsewhere.path()));
+    EXPECT_EQ(readFile(kept), "keep");
+  }
 }
 
 TEST_F(Cli, EnvironmentOptionsAreAccepted) {
