@@ -32,6 +32,7 @@ using zr_cli::guarded;
 // Prints what one of the C entry points returns for the file.
 int printJson(const std::string& file, char* (*entry)(const char*)) {
   return guarded(file, [&](zr_cli::MessageCollector& messages) {
+    if (!HUTFile::exists(file)) throw HEXFileNotFoundException(file);
     std::unique_ptr<char[], void (*)(char*)> text(entry(file.c_str()), hteq_free_json_string);
     if (!text) {
       const std::string reason = messages.worst();
