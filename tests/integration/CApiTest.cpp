@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -77,6 +78,8 @@ TEST_F(CApi, EveryFailureGivesNullAndItsReasonAsAMessage) {
   TempDir dir;
   const std::string missing = dir.file("nothing.zdf");
   const std::string bad = dir.write("bad.zdf", "<teq:platform");
+  const std::string fifo = dir.file("fifo.zdf");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   const struct {
     const char* what;
     const char* file;
@@ -85,6 +88,8 @@ TEST_F(CApi, EveryFailureGivesNullAndItsReasonAsAMessage) {
       {"missing descriptor", missing.c_str(),
        "[platform 74-60] Failed to load the platform: the file '" + missing},
       {"invalid descriptor", bad.c_str(), "[platform 74-9] Failed to parse the platform descriptor '" + bad},
+      // Never opened for reading, which would wait for a writer forever.
+      {"fifo descriptor", fifo.c_str(), "[platform 74-9] Failed to parse the platform descriptor '" + fifo},
       {"null path", nullptr, "[platform 74-60] Failed to load the platform: no platform file was given"},
   };
   for (const auto& c : cases) {

@@ -234,7 +234,15 @@ Document Document::parseFile(const std::string& path, const Schema& schema) {
   // libxml2's own checks on the path; anything else goes to libxml2, which
   // reports it as it always has.
   std::string data;
-  d.doc_ = readRegularFile(path, data) ? readDoc(path, &data) : readDoc(path, nullptr);
+  if (readRegularFile(path, data)) {
+    d.doc_ = readDoc(path, &data);
+  } else {
+    // A FIFO or a device is never opened for reading: it could block forever.
+    struct stat st;
+    if (::stat(path.c_str(), &st) == 0 && !S_ISREG(st.st_mode))
+      throw HXMLException(path + ": not a regular file", 0);
+    d.doc_ = readDoc(path, nullptr);
+  }
   schema.validate(static_cast<xmlDocPtr>(d.doc_.get()), path);
   return d;
 }
