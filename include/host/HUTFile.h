@@ -20,6 +20,19 @@ class ZR_PLATFORM_API HUTFile {
   // far as the path exists; the file itself need not exist.
   static std::string getCanonicalName(const std::string& path);
   static void mkDirRecursive(const std::string& path);
+  // Makes the directories of `relative` below the existing directory `root`,
+  // one component at a time, never following a symbolic link: answers false
+  // when a component exists as a link or as anything but a directory (or is
+  // ".."), so that nothing is made outside `root`. Other failures throw.
+  static bool mkDirBelow(const std::string& root, const std::string& relative);
+  // Makes a new directory `prefix` + six unique characters, readable only by
+  // this user, and returns its path. `prefix` is a path; its directory must
+  // exist. Never reuses something already there.
+  static std::string makeTmpDir(const std::string& prefix);
+  // True when nothing lies at the path or a regular file does (a symbolic
+  // link counts as what it is, not as what it points to): what a write that
+  // replaces the path may replace.
+  static bool isReplaceable(const std::string& path);
   // Removes a file or a directory tree. Answers false when something is left.
   static bool rmRecursive(const std::string& path);
   // Throws HEXUserException unless the path is a directory this process may

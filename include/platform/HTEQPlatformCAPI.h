@@ -7,13 +7,17 @@
 //
 // Rules of these three functions:
 // - A returned text belongs to the caller, who gives it back through
-//   hteq_free_json_string (free() is not a valid way to release it).
-// - A null result means the platform could not be attached (a missing or
-//   unreadable hardware or software file); the reason was sent as a message.
-// - Exceptions are not caught here: a missing descriptor raises
-//   HEXFileNotFoundException, an invalid one teq_platform::PlatformParseException,
-//   and a null path std::logic_error. A C++ host catches them; a C host should
-//   pass existing files.
+//   hteq_free_json_string (free() is not a valid way to release it). The text
+//   is UTF-8 JSON ending in a newline and a zero byte.
+// - No C++ exception ever leaves them, so that a C host, a foreign-function
+//   host or a virtual machine never aborts: every failure returns NULL.
+// - A NULL result always leaves its reason in the message manager: an invalid
+//   descriptor as the parser's message ("@74-9@", naming the file and line),
+//   a platform file that cannot be attached as "@74-60@", and everything
+//   else (a missing descriptor, named in the text; a NULL path; lack of
+//   memory; any other failure) as "@74-60@" with the reason as its argument.
+// - The C++ loader (teq_platform::PlatformLoader) keeps its exceptions; only
+//   these entry points turn them into NULL.
 
 #ifdef __cplusplus
 extern "C" {

@@ -6,8 +6,9 @@
 #include "platform/ZrPlatformExport.h"
 
 // Owns a temporary directory under the tool's temporary directory for exactly
-// as long as the object lives. Two objects made with one name own two
-// directories.
+// as long as the object lives. The directory is private to the user and new:
+// its name is the given name, "-" and six unique characters. Two objects
+// made with one name own two directories.
 class ZR_PLATFORM_API HTEQTmpDirObject {
  public:
   HTEQTmpDirObject();

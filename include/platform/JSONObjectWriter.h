@@ -3,8 +3,10 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
+#include "platform/JSONListWriter.h"
 #include "platform/JSONWriter.h"
 
 namespace teq_platform {
@@ -33,7 +35,15 @@ class ZR_PLATFORM_API JSONObjectWriter : public JSONWriter {
   void addKey(const std::string& key, JSONWriter&& child);
   void addKey(const std::string& key, const JSONSerializable* object);
   void addKey(const std::string& key, const Tree& tree);
-  void addKey(const std::string& key, const std::vector<std::string>& values);
+  // A list of the values, each added as JSONListWriter::addItem adds it (so
+  // empty strings are left out); nothing when no item remains. Called as
+  // addKey<std::string>(key, values) or with the type deduced.
+  template <class T>
+  void addKey(const std::string& key, const std::vector<T>& values) {
+    JSONListWriter list;
+    for (const auto& v : values) list.addItem(v);
+    addKey(key, std::move(list));
+  }
 
   // Lets the object add its keys directly to this writer.
   void writeObject(const JSONSerializable* object);

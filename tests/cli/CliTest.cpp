@@ -1,10 +1,16 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <boost/filesystem.hpp>
 #include <boost/property_tree/json_parser.hpp>
 #include <cstdlib>
 #include <sstream>
 
+#include "host/HUTFile.h"
+#include "host/HUTPathUtils.h"
+#include "host/HUTZip.h"
 #include "platform/HTEQPlatformCAPI.h"
 #include "support/TestSupport.h"
 
@@ -28,6 +34,12 @@ Outcome run(const TempDir& dir, const std::string& args) {
   r.out = readFile(out);
   r.err = readFile(err);
   return r;
+}
+
+// The last line of a text, without its line end.
+std::string lastLine(std::string s) {
+  if (!s.empty() && s.back() == '\n') s.pop_back();
+  return s.substr(s.rfind('\n') == std::string::npos ? 0 : s.rfind('\n') + 1);
 }
 
 int lines(const std::string& s) {
@@ -59,7 +71,8 @@ class Cli : public ::testing::Test {
 
 TEST_F(Cli, UsageErrorsExitWithTwoAndOneLine) {
   for (const char* args :
-       {"", "--bogus json x", "json", "gen-sample d --count 0", "--tool-version 2026 json x", "frobnicate"}) {
+       {"", "--bogus json x", "json", "gen-sample d --count 0", "--tool-version 2026 json x", "frobnicate",
+        "--tool-version 99999999999.1 json x", "--tool-version 1.99999999999 json x"}) {
     SCOPED_TRACE(args);
     const Outcome r = run(dir_, args);
     EXPECT_EQ(r.status, 2);
@@ -77,25 +90,72 @@ TEST_F(Cli, LoadFailuresExitWithOneAndNameTheFile) {
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.err, "zr-platform: " + missing + ": no such file\n");
 
+  // What the library prints for the user goes to standard error, before the
+  // one error line.
   const std::string bad = dir_.write("bad.zdf", "<teq:platform");
   r = run(dir_, "json " + bad);
   EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(lines(r.err), 1);
-  EXPECT_NE(r.err.find(bad), std::string::npos);
-  EXPECT_NE(r.err.find("[@74-9@]"), std::string::npos);
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(lastLine(r.err).rfind("zr-platform: " + bad + ": ", 0), 0u) << r.err;
+  EXPECT_NE(lastLine(r.err).find("[@74-9@]"), std::string::npos);
 
   const std::string corrupt = dir_.write("corrupt.lfa", "PK\x03\x04 this is no archive");
   r = run(dir_, "short " + corrupt);
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(lines(r.err), 1);
   EXPECT_EQ(r.err.rfind("zr-platform: " + corrupt + ": ", 0), 0u);
-  // The most specific message of the failed load names the reason.
-  EXPECT_NE(r.err.find("[@74-6"), std::string::npos) << r.err;
+  // A damaged archive is reported as one, not as the empty metadata it would give.
+  EXPECT_NE(r.err.find("not a readable zip archive"), std::string::npos) << r.err;
 
   const std::string noHardware = dir_.write("p/p.zdf", zdfText(zdfHw("hw", "missing.lfa")));
   r = run(dir_, "json " + noHardware);
   EXPECT_EQ(r.status, 1);
   EXPECT_NE(r.err.find(dir_.file("p/hw/missing.lfa")), std::string::npos) << r.err;
+}
+
+TEST_F(Cli, ArchivesThatAreNoneAreReportedAsWhatTheyAre) {
+  const std::string fifo = dir_.file("fifo.lfa");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  const std::string junk = dir_.write("junk.lfa", "junk");
+  const std::string zdf = dir_.write("p/p.zdf", zdfText(zdfHw("hw", "junk.lfa")));
+  dir_.write("p/hw/junk.lfa", "junk");
+  const struct {
+    std::string args, file, reason;
+  } cases[] = {
+      {"json " + fifo, fifo, "not a regular file"},
+      {"members " + fifo, fifo, "not a regular file"},
+      {"extract " + fifo + " m " + dir_.file("x"), fifo, "not a regular file"},
+      {"json " + dir_.path(), dir_.path(), "not a regular file"},
+      {"short " + junk, junk, "not a readable zip archive"},
+      {"json " + zdf, zdf, "hardware platform '" + dir_.file("p/hw/junk.lfa") + "': "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
+    const Outcome r = run(dir_, c.args);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(lines(r.err), 1) << r.err;
+    EXPECT_EQ(r.err.rfind("zr-platform: " + c.file + ": ", 0), 0u) << r.err;
+    EXPECT_NE(r.err.find(c.reason), std::string::npos) << r.err;
+  }
+}
+
+TEST_F(Cli, NamesWithControlCharactersStayOnOneLineEscaped) {
+  const std::string name = "a\nb\x1b[31m.zdf";
+  const std::string bad = dir_.write(name, "<teq:platform");
+  Outcome r = run(dir_, "json '" + bad + "'");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(lastLine(r.err).rfind("zr-platform: " + dir_.path() + "/a\\nb\\x1b[31m.zdf: ", 0), 0u) << r.err;
+  // Not even the library's own words reach the terminal with a raw escape.
+  EXPECT_EQ(r.err.find('\x1b'), std::string::npos);
+
+  const std::string zip = dir_.file("names.zip");
+  HUTZip::writeMember(zip, "line\nbreak\r.txt", "x");
+  HUTZip::writeMember(zip, "plain.txt", "y");
+  r = run(dir_, "members " + zip);
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "line\\nbreak\\r.txt\nplain.txt\n");
 }
 
 TEST_F(Cli, SampleRepositoryLoadsAndPrintsWhatTheEntryPointsGive) {
@@ -143,6 +203,27 @@ TEST_F(Cli, SampleGrowsWithCountAndScale) {
   EXPECT_GT(bigDoc.size(), 3 * smallDoc.size());
 }
 
+TEST_F(Cli, SampleNeverWritesThroughALinkPlantedInItsDirectory) {
+  const std::string kept = dir_.write("kept.txt", "keep");
+  TempDir elsewhere;
+  // A link in place of a directory, and one in place of a file.
+  const struct {
+    const char* link;
+    std::string to;
+  } cases[] = {{"acme_dc", elsewhere.path()}, {"acme_dc/sw/acme_dc.spfm", kept}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.link);
+    const TempDir repo;
+    HUTFile::mkDirRecursive(HUTPathUtils::getParent(repo.file(c.link)));
+    ASSERT_EQ(::symlink(c.to.c_str(), repo.file(c.link).c_str()), 0);
+    const Outcome r = run(dir_, "gen-sample " + repo.path() + " --count 1 --scale 0.05");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(lines(r.err), 1) << r.err;
+    EXPECT_TRUE(boost::filesystem::is_empty(elsewhere.path()));
+    EXPECT_EQ(readFile(kept), "keep");
+  }
+}
+
 TEST_F(Cli, EnvironmentOptionsAreAccepted) {
   const std::string f = dir_.write("a.spfm", spfmText());
   const Outcome r = run(
@@ -164,6 +245,17 @@ TEST_F(Cli, MembersAndExtractWorkOnArchives) {
   r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + dir_.path());
   EXPECT_EQ(r.status, 0);
   EXPECT_EQ(readFile(dir_.file("hw_emu/lfa.json")), readFile(dir_.file("emu.json")));
+
+  // A write that cannot be done is reported as such, and a FIFO in the way is
+  // left as it is.
+  const std::string fifo = dir_.file("fifo");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + fifo);
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "zr-platform: " + lfa + ": cannot write '" + fifo + "': it is not a regular file\n");
+  struct stat st;
+  ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISFIFO(st.st_mode));
 
   r = run(dir_, "extract " + lfa + " no/such/member " + dir_.file("x"));
   EXPECT_EQ(r.status, 1);

@@ -14,6 +14,7 @@
 #include "platform/HSTFwdIter.h"
 #include "platform/HTEQCfaJsonReader.h"
 #include "platform/HTEQHardwareBusInterface.h"
+#include "platform/HTEQHardwareFeatureRom.h"
 #include "platform/HTEQHardwareNocConnectivity.h"
 #include "platform/HTEQSystemClock.h"
 #include "platform/JSONObjectWriter.h"
@@ -159,6 +160,21 @@ TEST_F(CfaJsonReader, ExplicitIntentsResourcesAndListsAreRead) {
   EXPECT_EQ(platform_.getRegisterCount(), 0);
   EXPECT_EQ(platform_.getBoard().getName(), "brd");
   EXPECT_EQ(platform_.getBoard().getPCIeId().getVendor(), "0x10ee");
+}
+
+TEST_F(CfaJsonReader, AFeatureRomPartNameIsCutTo63BytesAsOnTheXmlRoute) {
+  for (const std::size_t size : {std::size_t{62}, std::size_t{63}, std::size_t{64}, std::size_t{200}}) {
+    SCOPED_TRACE(size);
+    std::string name;
+    for (std::size_t i = 0; i < size; ++i) name += static_cast<char>('a' + i % 26);
+    HPLPlatform platform;
+    ASSERT_TRUE(HTEQCfaJsonReader(&platform).parseJsonString(
+        member(",\n \"featureRoms\": [{\"fpgaPartName\": \"" + name + "\"}]")));
+    HTEQHardwarePlatform::TEQHardwareFeatureRomVec roms;
+    platform.getFeatureRoms(roms);
+    ASSERT_EQ(roms.size(), 1u);
+    EXPECT_EQ(roms[0]->getFPGAPartName(), name.substr(0, 63));
+  }
 }
 
 TEST_F(CfaJsonReader, FailuresAnswerFalseWithTheirMessages) {

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <thread>
 
 #include "host/HEXAll.h"
@@ -279,17 +280,42 @@ TEST(HUTZip, UnpackingNeverWritesOutsideTheDestination) {
   HUTFile::mkDirRecursive(out);
   ASSERT_EQ(::symlink(elsewhere.path().c_str(), (out + "/link").c_str()), 0);
   const std::string zip = dir.file("link.zip");
-  makeZip(zip, {{"link/planted.txt", "evil"}});
+  makeZip(zip, {{"link/sub/planted.txt", "evil"}});
   EXPECT_THROW(HUTZip::uncompressDir(zip, "", out, true), HEXDataException);
-  EXPECT_FALSE(HUTFile::exists(elsewhere.file("planted.txt")));
+  EXPECT_FALSE(HUTFile::exists(elsewhere.file("sub")));
+}
 
-  // A link where a file goes is replaced, not written through.
-  const std::string target = elsewhere.write("victim.txt", "keep");
-  ASSERT_EQ(::symlink(target.c_str(), (out + "/victim.txt").c_str()), 0);
+TEST(HUTZip, ExtractionNeverReplacesWhatIsNotARegularFile) {
+  TempDir dir;
+  const std::string zip = dir.file("a.zip");
   makeZip(zip, {{"victim.txt", "evil"}});
-  EXPECT_TRUE(HUTZip::uncompress(zip, "victim.txt", out, true));
-  EXPECT_EQ(readFile(target), "keep");
-  EXPECT_EQ(readFile(out + "/victim.txt"), "evil");
+  const std::string kept = dir.write("kept.txt", "keep");
+  const std::string out = dir.file("out");
+  HUTFile::mkDirRecursive(out);
+  const std::string target = out + "/victim.txt";
+  struct Case {
+    const char* what;
+    std::function<void()> make;
+    bool isLink;
+  };
+  const Case cases[] = {
+      {"link", [&] { ASSERT_EQ(::symlink(kept.c_str(), target.c_str()), 0); }, true},
+      {"fifo", [&] { ASSERT_EQ(::mkfifo(target.c_str(), 0600), 0); }, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    c.make();
+    EXPECT_THROW(HUTZip::uncompress(zip, "victim.txt", out, true), HEXUserException);
+    EXPECT_THROW(HUTZip::extractMember(zip, "victim.txt", target), HEXUserException);
+    struct stat st;
+    ASSERT_EQ(::lstat(target.c_str(), &st), 0);
+    EXPECT_EQ(S_ISLNK(st.st_mode), c.isLink);
+    EXPECT_EQ(S_ISFIFO(st.st_mode), !c.isLink);
+    EXPECT_EQ(readFile(kept), "keep");
+    ::unlink(target.c_str());
+  }
+  // No temporary file is left behind.
+  EXPECT_TRUE(boost::filesystem::is_empty(out));
 }
 
 TEST(HUTZip, WritingRefusesUnsafeMemberNames) {

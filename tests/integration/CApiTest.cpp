@@ -1,7 +1,10 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include <stdexcept>
+#include <cstdio>
+#include <functional>
 #include <string>
 
 #include "support/TestSupport.h"
@@ -35,6 +38,24 @@ class CApi : public ::testing::Test {
   FreeJson free_ = nullptr;
 };
 
+// What the library prints on standard error while `f` runs: where a C host
+// that installs no message sink of its own finds the reasons.
+std::string stderrOf(const std::function<void()>& f) {
+  std::FILE* capture = std::tmpfile();
+  std::fflush(stderr);
+  const int saved = ::dup(2);
+  ::dup2(::fileno(capture), 2);
+  f();
+  std::fflush(stderr);
+  ::dup2(saved, 2);
+  ::close(saved);
+  std::rewind(capture);
+  std::string text;
+  for (int c; (c = std::fgetc(capture)) != EOF;) text += static_cast<char>(c);
+  std::fclose(capture);
+  return text;
+}
+
 }  // namespace
 
 TEST_F(CApi, OnlyTheThreeEntryPointsAndPublicClassesAreExported) {
@@ -53,11 +74,33 @@ TEST_F(CApi, PlatformThatCannotBeAttachedGivesNull) {
   EXPECT_EQ(full_(dir.write("bad.spfm", "<x/>").c_str()), nullptr);
 }
 
-TEST_F(CApi, MissingOrInvalidDescriptorAndNullPathRaise) {
+TEST_F(CApi, EveryFailureGivesNullAndItsReasonAsAMessage) {
   TempDir dir;
-  EXPECT_THROW(full_(dir.file("nothing.zdf").c_str()), std::exception);
-  EXPECT_THROW(short_(dir.write("bad.zdf", "<teq:platform").c_str()), std::runtime_error);
-  EXPECT_THROW(full_(nullptr), std::logic_error);
+  const std::string missing = dir.file("nothing.zdf");
+  const std::string bad = dir.write("bad.zdf", "<teq:platform");
+  const std::string fifo = dir.file("fifo.zdf");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  const struct {
+    const char* what;
+    const char* file;
+    std::string message;  // in what the library's default sink prints
+  } cases[] = {
+      {"missing descriptor", missing.c_str(),
+       "[platform 74-60] Failed to load the platform: the file '" + missing},
+      {"invalid descriptor", bad.c_str(), "[platform 74-9] Failed to parse the platform descriptor '" + bad},
+      // Never opened for reading, which would wait for a writer forever.
+      {"fifo descriptor", fifo.c_str(), "[platform 74-9] Failed to parse the platform descriptor '" + fifo},
+      {"null path", nullptr, "[platform 74-60] Failed to load the platform: no platform file was given"},
+  };
+  for (const auto& c : cases) {
+    for (GetJson entry : {full_, short_}) {
+      SCOPED_TRACE(c.what);
+      char* result = reinterpret_cast<char*>(1);
+      const std::string err = stderrOf([&] { result = entry(c.file); });
+      EXPECT_EQ(result, nullptr);
+      EXPECT_NE(err.find("ERROR: " + c.message), std::string::npos) << err;
+    }
+  }
 }
 
 TEST_F(CApi, SoftwareOnlyPlatformWritesItsSoftwareObject) {

@@ -100,7 +100,8 @@ TEST(JSONWriter, DottedKeyMakesANestedObject) {
 
 TEST(JSONWriter, ListOfOneEmptyAndOneNonEmptyStringHasOneItem) {
   JSONObjectWriter w;
-  w.addKey("l", std::vector<std::string>{"", "z"});
+  // The vector form is a template, callable with its element type named.
+  w.addKey<std::string>("l", {"", "z"});
   EXPECT_EQ(w.getTree().get_child("l").size(), 1u);
 }
 

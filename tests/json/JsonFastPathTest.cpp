@@ -146,18 +146,12 @@ class DocumentMaker {
 // with control characters, slashes, quotes and bytes above 0x7f.
 Tree randomTree(std::mt19937& rng, int depth) {
   auto pick = [&rng](int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng); };
-  static const std::string kText[] = {"",
-                                      "plain",
-                                      "a/b",
-                                      "q\"uote",
-                                      "back\\slash",
-                                      "tab\there",
-                                      "nl\n",
-                                      std::string("nul\0x", 5),
-                                      "\x01\x1f",
-                                      "\x7f",
-                                      "\xc3\xa9",
-                                      "\xff"};
+  static const std::string kText[] = {"", "plain", "a/b", "q\"uote", "back\\slash", "tab\there", "nl\n",
+                                      std::string("nul\0x", 5), "\x01\x1f", "\x7f", "\xc3\xa9",
+                                      // The reference writer passes bytes through as they
+                                      // are, so it is compared on UTF-8 only; bytes that
+                                      // are not UTF-8 are tested with the text route.
+                                      "\xf0\x9f\x98\x80"};
   Tree t;
   const int n = depth > 3 ? 0 : pick(5);
   const bool array = pick(3) == 0;

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 
 #include "host/HEXAll.h"
@@ -46,12 +47,12 @@ class RandomPlatform {
   // Texts the writer must escape or keep as they are, and the empty text,
   // which leaves its key out.
   std::string text() {
-    static const char* const kParts[] = {"",     "",         "bank",   "a/b",
-                                         "q\"t", "b\\s",     "t\tn\n", "\x01",
-                                         "\x7f", "\xc3\xa9", "a.b",    "pfm_top_i/dynamic_region/axi_ic_0",
-                                         "0x1F"};
+    static const char* const kParts[] = {"",     "",         "bank",     "a/b",
+                                         "q\"t", "b\\s",     "t\tn\n",   "\x01",
+                                         "\x7f", "\xc3\xa9", "a.b",      "pfm_top_i/dynamic_region/axi_ic_0",
+                                         "0x1F", "\xff",     "\xe2\x82", "\xed\xa0\x80"};
     std::string s;
-    for (int i = pick(3); i > 0; --i) s += kParts[pick(13)];
+    for (int i = pick(3); i > 0; --i) s += kParts[pick(16)];
     return s;
   }
 
@@ -210,4 +211,36 @@ TEST(TextPath, WhatOnlyTheTreeCanWriteIsLeftToIt) {
   unwritable.put_value("value");
   unwritable.put("child", "x");
   EXPECT_THROW(writer.addKey("t", unwritable), teq_platform::TextNeedsTree);
+}
+
+TEST(TextPath, BytesThatAreNotUtf8PrintAsReplacementCharacters) {
+  const std::string r = "\xEF\xBF\xBD";  // U+FFFD
+  const struct {
+    std::string in, out;
+  } cases[] = {
+      {"caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80", "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80"},
+      {"a\xff"
+       "b",
+       "a" + r + "b"},
+      {"a\xc3", "a" + r},                   // cut short at the end
+      {"\xe2\x82x", r + "x"},               // cut short: one replacement
+      {"\xed\xa0\x80", r + r + r},          // a surrogate
+      {"\xc0\xaf", r + r},                  // an overlong form
+      {"\xf4\x90\x80\x80", r + r + r + r},  // past U+10FFFF
+      {"\x80\xbf\\", r + r + "\\\\"},       // stray continuation bytes
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.out);
+    // The tree route, key and value alike.
+    teq_platform::JSONObjectWriter writer;
+    writer.addKey("k" + c.in, c.in);
+    std::ostringstream text;
+    writer.write(text);
+    EXPECT_EQ(text.str(), "{\n    \"k" + c.out + "\": \"" + c.out + "\"\n}\n");
+    // The direct route prints the same bytes.
+    HTEQPlatform platform;
+    platform.setDescription(c.in);
+    EXPECT_EQ(directText(platform), treeText(platform));
+    EXPECT_NE(directText(platform).find("\"description\": \"" + c.out + "\""), std::string::npos);
+  }
 }

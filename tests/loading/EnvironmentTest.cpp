@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
@@ -74,7 +75,13 @@ TEST_F(HTEQTmpDirObjectTest, SameNameGivesTwoDirectoriesRemovedWithTheirObjects)
     EXPECT_NE(a, b);
     EXPECT_TRUE(one.exists());
     EXPECT_TRUE(two.exists());
-    EXPECT_EQ(a, root_.file("work"));
+    // New and private: "work-" and six characters, mode 0700, never a
+    // name already taken by someone else.
+    EXPECT_EQ(a.rfind(root_.file("work-"), 0), 0u) << a;
+    EXPECT_EQ(a.size(), root_.file("work-").size() + 6);
+    struct stat st;
+    ASSERT_EQ(::lstat(a.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 0777, 0700u);
   }
   EXPECT_FALSE(HUTFile::exists(a));
   EXPECT_FALSE(HUTFile::exists(b));

@@ -2,6 +2,8 @@
 #define TOOLS_ZR_PLATFORM_CLISUPPORT_H
 
 #include <functional>
+#include <ostream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -28,13 +30,54 @@ class MessageCollector : public ComMsgSink {
   ComMsgSink* previous_;
 };
 
+// The text with every control character written as an escape: "\n", "\r",
+// "\t", or "\xNN" (an escape sequence's ESC too), so that a name read from a
+// file or archive can neither break a line nor drive the terminal.
+std::string escapeControls(const std::string& text);
+
+// While it lives, what the library prints on standard output goes to
+// standard error instead (control characters other than line ends and tabs
+// escaped), so that standard output carries the result alone; out() is the
+// real standard output.
+class ResultOutput {
+ public:
+  ResultOutput();
+  ~ResultOutput();
+  ResultOutput(const ResultOutput&) = delete;
+  ResultOutput& operator=(const ResultOutput&) = delete;
+  std::ostream& out() { return out_; }
+
+ private:
+  class EscapingBuf : public std::streambuf {
+   public:
+    explicit EscapingBuf(std::streambuf* to) : to_(to) {}
+
+   protected:
+    int_type overflow(int_type c) override;
+    int sync() override;
+
+   private:
+    std::streambuf* to_;
+  };
+
+  std::streambuf* stdout_;
+  EscapingBuf toStderr_;
+  std::ostream out_;
+};
+
 // Runs a command body, turning every exception into one line on standard
 // error ("zr-platform: FILE: REASON") and exit status 1. The body returns the
-// exit status it wants; `reasonIfFailed` gives the line for a status of 1.
+// exit status it wants.
 int guarded(const std::string& file, const std::function<int(MessageCollector&)>& body);
 
-// Prints "zr-platform: FILE: REASON" on standard error.
+// Prints "zr-platform: FILE: REASON" on standard error as one line: control
+// characters in either part are escaped.
 void reportError(const std::string& file, const std::string& reason);
+
+// Throws HEXFileNotFoundException when nothing is at the path, and
+// HEXUserException "not a regular file" when what is there (after links) is
+// a directory, FIFO, socket or device: such a file is never opened.
+void requireRegularFile(const std::string& path);
 
 }  // namespace zr_cli
 

@@ -1,7 +1,12 @@
 #include "SampleGenerator.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cmath>
-#include <fstream>
+#include <cstdio>
+#include <cstring>
 #include <sstream>
 
 #include "host/HEXAll.h"
@@ -178,10 +183,24 @@ std::string documentOf(const HPLPlatform& p) {
   return out.str();
 }
 
+// The path `rel` below `root`, with its directories made without following a
+// link. A link or another non-directory on the way, or anything but a regular
+// file at the path itself, is refused: the sample is never written outside
+// `root` nor through a link someone left in it.
+std::string placeBelow(const std::string& root, const std::string& rel) {
+  const std::string path = root + "/" + rel;
+  const auto slash = rel.rfind('/');
+  if (!HUTFile::mkDirBelow(root, slash == std::string::npos ? std::string() : rel.substr(0, slash)))
+    throw HEXUserException("cannot write '" + path + "': a directory on its way is a link or no directory");
+  if (!HUTFile::isReplaceable(path))
+    throw HEXUserException("cannot write '" + path + "': it is not a regular file");
+  return path;
+}
+
 // An archive with its JSON member (and, when asked, the emulation child).
-void writeArchive(const std::string& path, const std::string& name, Kind kind, const Counts& c,
-                  bool emulation) {
-  HUTFile::mkDirRecursive(path.substr(0, path.rfind('/')));
+void writeArchive(const std::string& root, const std::string& rel, const std::string& name, Kind kind,
+                  const Counts& c, bool emulation) {
+  const std::string path = placeBelow(root, rel);
   HPLPlatform hw;
   fillPlatform(hw, name, kind, c, false);
   std::vector<std::pair<std::string, std::string>> members = {{"lfa.json", documentOf(hw)}};
@@ -233,11 +252,35 @@ std::string cfaXml(const std::string& name, const Counts& c) {
          "</Root>\n";
 }
 
-void writeText(const std::string& path, const std::string& text) {
-  HUTFile::mkDirRecursive(path.substr(0, path.rfind('/')));
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << text;
-  if (!out) throw HEXUserException("cannot write '" + path + "'");
+// Writes a new file beside the target and renames it into place, so that a
+// failed write leaves the target as it was.
+void writeText(const std::string& root, const std::string& rel, const std::string& text) {
+  const std::string path = placeBelow(root, rel);
+  std::string pattern = path + ".XXXXXX";
+  const int fd = ::mkstemp(&pattern[0]);
+  if (fd < 0) throw HEXUserException("cannot write '" + path + "': " + std::strerror(errno));
+  const char* data = text.data();
+  std::size_t left = text.size();
+  int error = 0;
+  while (left > 0 && error == 0) {
+    const ssize_t put = ::write(fd, data, left);
+    if (put < 0 && errno == EINTR) continue;
+    if (put <= 0) {
+      error = put < 0 ? errno : EIO;
+      break;
+    }
+    data += put;
+    left -= static_cast<std::size_t>(put);
+  }
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  ::fchmod(fd, 0666 & ~mask);
+  if (::close(fd) != 0 && error == 0) error = errno;
+  if (error == 0 && ::rename(pattern.c_str(), path.c_str()) != 0) error = errno;
+  if (error != 0) {
+    ::unlink(pattern.c_str());
+    throw HEXUserException("cannot write '" + path + "': " + std::strerror(error));
+  }
 }
 
 std::string spfm(const std::string& name, bool embedded) {
@@ -291,21 +334,23 @@ std::string fileRef(const char* element, const std::string& path, const std::str
 
 std::vector<std::string> generateSample(const std::string& dir, const SampleOptions& options) {
   const Counts counts = countsFor(options.scale);
+  // The directory itself is the user's choice and may be reached through a
+  // link; everything below it is made by us.
+  HUTFile::mkDirRecursive(dir);
   std::vector<std::string> written;
   for (int i = 0; i < options.count; ++i) {
     const Kind kind = i < 5 ? static_cast<Kind>(i) : Kind::DataCenter;
     static const char* const kNames[] = {"acme_dc", "acme_emb", "acme_rp", "acme_emu", "acme_card"};
     const std::string name = i < 5 ? std::string(kNames[i]) : "acme_dc_" + num(i);
-    const std::string base = dir + "/" + name;
     if (kind == Kind::HardwareOnly) {
-      writeArchive(base + "/" + name + ".lfa", name, kind, counts, false);
-      written.push_back(base + "/" + name + ".lfa");
+      writeArchive(dir, name + "/" + name + ".lfa", name, kind, counts, false);
+      written.push_back(dir + "/" + name + "/" + name + ".lfa");
       continue;
     }
     std::string hardware, attrs;
     if (kind == Kind::Partitioned) {
-      writeArchive(base + "/hw/" + name + "_rp0.lfa", name + "_rp0", kind, counts, false);
-      writeArchive(base + "/hw/" + name + "_rp1.lfa", name + "_rp1", kind, counts, false);
+      writeArchive(dir, name + "/hw/" + name + "_rp0.lfa", name + "_rp0", kind, counts, false);
+      writeArchive(dir, name + "/hw/" + name + "_rp1.lfa", name + "_rp1", kind, counts, false);
       hardware = "    <teq:reconfigurablePartition teq:id=\"0\">\n  " +
                  fileRef("hardwarePlatform", "hw", name + "_rp0.lfa") +
                  "    </teq:reconfigurablePartition>\n    <teq:reconfigurablePartition teq:id=\"1\">\n  " +
@@ -313,18 +358,17 @@ std::vector<std::string> generateSample(const std::string& dir, const SampleOpti
                  "    </teq:reconfigurablePartition>\n";
       attrs = " teq:defaultRP=\"1\"";
     } else if (kind == Kind::Embedded) {
-      const std::string cfa = base + "/hw/" + name + ".cfa";
-      HUTFile::mkDirRecursive(base + "/hw");
+      const std::string cfa = placeBelow(dir, name + "/hw/" + name + ".cfa");
       std::remove(cfa.c_str());
       HUTZip::writeMember(cfa, "cfa.xml", cfaXml(name, counts));
       hardware = fileRef("hardwarePlatform", "hw", name + ".cfa");
     } else {
-      writeArchive(base + "/hw/" + name + ".lfa", name, kind, counts, kind == Kind::WithEmulation);
+      writeArchive(dir, name + "/hw/" + name + ".lfa", name, kind, counts, kind == Kind::WithEmulation);
       hardware = fileRef("hardwarePlatform", "hw", name + ".lfa");
     }
-    writeText(base + "/sw/" + name + ".spfm", spfm(name, kind == Kind::Embedded));
-    writeText(base + "/" + name + ".zdf", zdf(name, hardware, attrs));
-    written.push_back(base + "/" + name + ".zdf");
+    writeText(dir, name + "/sw/" + name + ".spfm", spfm(name, kind == Kind::Embedded));
+    writeText(dir, name + "/" + name + ".zdf", zdf(name, hardware, attrs));
+    written.push_back(dir + "/" + name + "/" + name + ".zdf");
   }
   return written;
 }

@@ -9,7 +9,9 @@
 //                             writes a sample repository
 //
 // Exit status: 0 on success, 1 when the platform cannot be loaded, 2 on a usage
-// error. Every error is one line on standard error naming the file.
+// error. Every error is one line on standard error naming the file; standard
+// output carries the result alone (what the library prints for the user goes
+// to standard error).
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -24,23 +26,72 @@
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "platform/HTEQPlatformCAPI.h"
+#include "platform/PlatformLoader.h"
 
 namespace {
 
 using zr_cli::guarded;
 
+bool isArchivePath(const std::string& file) {
+  const auto dot = file.rfind('.');
+  const std::string ext = dot == std::string::npos ? std::string() : file.substr(dot);
+  return ext == ".cfa" || ext == ".lfa";
+}
+
+// Throws when a hardware archive is not one: reading it as a platform would
+// only report its metadata as an empty document.
+void requireArchive(const std::string& file) {
+  zr_cli::requireRegularFile(file);
+  HUTZip::getFiles(file);
+}
+
+// Why the hardware archive a descriptor names cannot be read, or "" when it
+// can be or when the descriptor itself cannot be read.
+std::string archiveProblemOf(const std::string& descriptor) {
+  try {
+    teq_platform::PlatformLoader loader(descriptor, teq_platform::PlatformLoader::Default);
+    const std::string archive = loader.getHardwarePlatformFile();
+    if (archive.empty() || !HUTFile::exists(archive)) return std::string();
+    try {
+      requireArchive(archive);
+    } catch (const HEXAll& e) {
+      return "hardware platform '" + archive + "': " + e.getText();
+    }
+  } catch (...) {
+  }
+  return std::string();
+}
+
 // Prints what one of the C entry points returns for the file.
-int printJson(const std::string& file, char* (*entry)(const char*)) {
+int printJson(std::ostream& out, const std::string& file, char* (*entry)(const char*)) {
   return guarded(file, [&](zr_cli::MessageCollector& messages) {
+    zr_cli::requireRegularFile(file);
+    if (isArchivePath(file)) requireArchive(file);
     std::unique_ptr<char[], void (*)(char*)> text(entry(file.c_str()), hteq_free_json_string);
     if (!text) {
-      const std::string reason = messages.worst();
+      // A descriptor that was read names an archive that may be no archive:
+      // that is the reason to give, not the empty metadata it leads to.
+      std::string reason = messages.worst();
+      if (!isArchivePath(file) && reason.find("[@74-9@]") == std::string::npos) {
+        const std::string problem = archiveProblemOf(file);
+        if (!problem.empty()) reason = problem;
+      }
       zr_cli::reportError(file, reason.empty() ? "the platform cannot be loaded" : reason);
       return int(zr_cli::kCannotLoad);
     }
-    std::cout << text.get();
+    out << text.get() << std::flush;
     return int(zr_cli::kOk);
   });
+}
+
+// MAJOR.MINOR, each a number that fits an int.
+std::string checkToolVersion(const std::string& v) {
+  const auto dot = v.find('.');
+  if (dot == std::string::npos || dot == 0 || dot + 1 == v.size() ||
+      v.find_first_not_of("0123456789.") != std::string::npos || v.find('.', dot + 1) != std::string::npos)
+    return "expected MAJOR.MINOR";
+  if (dot > 9 || v.size() - dot - 1 > 9) return "MAJOR and MINOR have at most nine digits each";
+  return std::string();
 }
 
 }  // namespace
@@ -60,16 +111,7 @@ int main(int argc, char** argv) {
                  "Default: ZR_PLATFORM_APP_ROOTS");
   app.add_option("--tmp-dir", tmpDir, "Temporary directory. Default: TMPDIR or /tmp");
   app.add_option("--tool-version", toolVersion, "Tool version as MAJOR.MINOR. Default: this build's")
-      ->check(CLI::Validator(
-          [](std::string& v) {
-            const auto dot = v.find('.');
-            if (dot == std::string::npos || dot == 0 || dot + 1 == v.size() ||
-                v.find_first_not_of("0123456789.") != std::string::npos ||
-                v.find('.', dot + 1) != std::string::npos)
-              return std::string("expected MAJOR.MINOR");
-            return std::string();
-          },
-          "MAJOR.MINOR"));
+      ->check(CLI::Validator([](std::string& v) { return checkToolVersion(v); }, "MAJOR.MINOR"));
 
   std::string file;
   auto* json = app.add_subcommand("json", "Print the platform's full JSON document");
@@ -112,20 +154,23 @@ int main(int argc, char** argv) {
     env.setVersion(std::stoi(toolVersion.substr(0, dot)), std::stoi(toolVersion.substr(dot + 1)));
   }
 
-  if (json->parsed()) return printJson(file, hteq_get_platform_json);
-  if (shortCmd->parsed()) return printJson(file, hteq_get_short_platform_json);
+  // From here on standard output carries the result alone.
+  zr_cli::ResultOutput result;
+  std::ostream& out = result.out();
+  if (json->parsed()) return printJson(out, file, hteq_get_platform_json);
+  if (shortCmd->parsed()) return printJson(out, file, hteq_get_short_platform_json);
   if (members->parsed()) {
     return guarded(archive, [&](zr_cli::MessageCollector&) {
-      if (!HUTFile::isFile(archive)) throw HEXFileNotFoundException(archive);
-      for (const auto& name : HUTZip::getFiles(archive)) std::cout << name << "\n";
+      zr_cli::requireRegularFile(archive);
+      for (const auto& name : HUTZip::getFiles(archive)) out << zr_cli::escapeControls(name) << "\n";
       return int(zr_cli::kOk);
     });
   }
   if (extract->parsed()) {
     return guarded(archive, [&](zr_cli::MessageCollector&) {
-      if (!HUTFile::isFile(archive)) throw HEXFileNotFoundException(archive);
+      zr_cli::requireRegularFile(archive);
       // Into a directory the member keeps its path; the archive layer refuses
-      // a name that would leave the directory.
+      // a name that would leave the directory. A failure to write throws.
       const bool ok = HUTFile::isDir(dest) ? HUTZip::uncompress(archive, member, dest, true)
                                            : HUTZip::extractMember(archive, member, dest);
       if (!ok) {
@@ -137,7 +182,7 @@ int main(int argc, char** argv) {
   }
   if (genSample->parsed()) {
     return guarded(sampleDir, [&](zr_cli::MessageCollector&) {
-      for (const auto& written : zr_cli::generateSample(sampleDir, sample)) std::cout << written << "\n";
+      for (const auto& written : zr_cli::generateSample(sampleDir, sample)) out << written << "\n";
       return int(zr_cli::kOk);
     });
   }

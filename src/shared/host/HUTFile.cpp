@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "ZrOwned.h"
 #include "host/HEXAll.h"
@@ -61,6 +62,72 @@ void HUTFile::mkDirRecursive(const std::string& path) {
   boost::system::error_code ec;
   fs::create_directories(path, ec);
   if (ec && !isDir(path)) throw HEXUserException("cannot create directory '" + path + "': " + ec.message());
+}
+
+namespace {
+
+// A directory descriptor closed with the object.
+class DirFd {
+ public:
+  explicit DirFd(int fd) : fd_(fd) {}
+  ~DirFd() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  DirFd(const DirFd&) = delete;
+  DirFd& operator=(const DirFd&) = delete;
+  int get() const { return fd_; }
+  void reset(int fd) {
+    if (fd_ >= 0) ::close(fd_);
+    fd_ = fd;
+  }
+
+ private:
+  int fd_;
+};
+
+}  // namespace
+
+bool HUTFile::mkDirBelow(const std::string& root, const std::string& relative) {
+  DirFd dir(::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (dir.get() < 0) throw HEXUserException("cannot open directory '" + root + "': " + std::strerror(errno));
+  std::string done = root;
+  std::size_t start = 0;
+  while (start <= relative.size()) {
+    std::size_t end = relative.find('/', start);
+    if (end == std::string::npos) end = relative.size();
+    const std::string part = relative.substr(start, end - start);
+    start = end + 1;
+    if (part.empty() || part == ".") continue;
+    if (part == "..") return false;
+    done += "/" + part;
+    // Each step opens the component it just made or found without following
+    // a link, so a link swapped in between cannot lead elsewhere either.
+    if (::mkdirat(dir.get(), part.c_str(), 0777) != 0 && errno != EEXIST)
+      throw HEXUserException("cannot create directory '" + done + "': " + std::strerror(errno));
+    const int next = ::openat(dir.get(), part.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (next < 0) {
+      if (errno == ELOOP || errno == ENOTDIR) return false;
+      throw HEXUserException("cannot open directory '" + done + "': " + std::strerror(errno));
+    }
+    dir.reset(next);
+  }
+  return true;
+}
+
+std::string HUTFile::makeTmpDir(const std::string& prefix) {
+  std::vector<char> name(prefix.begin(), prefix.end());
+  for (char c : std::string("XXXXXX")) name.push_back(c);
+  name.push_back('\0');
+  if (::mkdtemp(name.data()) == nullptr)
+    throw HEXUserException("cannot create a temporary directory '" + prefix +
+                           "XXXXXX': " + std::strerror(errno));
+  return name.data();
+}
+
+bool HUTFile::isReplaceable(const std::string& path) {
+  struct stat st;
+  if (::lstat(path.c_str(), &st) != 0) return errno == ENOENT;
+  return S_ISREG(st.st_mode);
 }
 
 bool HUTFile::rmRecursive(const std::string& path) {

@@ -93,32 +93,43 @@ bool isInside(const std::string& path, const std::string& root) {
 
 // Streams one member into the file `target` through a temporary file in the
 // same directory, so that a failed or refused read leaves no partial file.
+// A device, a FIFO, a socket, a directory or a symbolic link is never
+// replaced: only a regular file or nothing.
+void requireReplaceable(const std::string& target) {
+  if (!HUTFile::isReplaceable(target))
+    throw HEXUserException("cannot write '" + target + "': it is not a regular file");
+}
+
 void writeMemberFile(Archive& archive, std::int64_t index, const std::string& target) {
+  requireReplaceable(target);
   MemberReader reader(archive, index);
   if (!reader.isOpen()) return;
   zr_zip::TempFile file(zr_zip::directoryOf(target), ".zr-extract-", target);
   char buffer[65536];
   for (std::size_t got; (got = reader.read(buffer, sizeof buffer)) > 0;) file.write(buffer, got);
   const mode_t recorded = recordedMode(archive, index);
+  // Asked again just before the rename: the target may have changed meanwhile.
+  requireReplaceable(target);
   file.commitTo(target, zr_zip::newFileMode(recorded ? (recorded | 0600) : 0666));
 }
 
 // Unpacks one entry below the canonical directory `root`. The name has been
-// checked; the parent directory is checked again after it is made, so that a
-// symbolic link already lying in the destination cannot lead outside it.
+// checked; its directories are made one by one without following a link, so
+// that a symbolic link already lying in the destination cannot lead outside it.
 void unpackEntry(Archive& archive, std::int64_t index, const std::string& root, bool overwrite) {
   std::string name = archive.name(index);
   const bool isDir = !name.empty() && name.back() == '/';
   while (!name.empty() && name.back() == '/') name.pop_back();
   const std::string target = root + "/" + name;
-  const std::string dir = isDir ? target : HUTPathUtils::getParent(target);
-  HUTFile::mkDirRecursive(dir);
-  if (!isInside(HUTFile::getCanonicalName(dir), root))
+  const auto slash = name.rfind('/');
+  const std::string dirs =
+      isDir ? name : (slash == std::string::npos ? std::string() : name.substr(0, slash));
+  if (!HUTFile::mkDirBelow(root, dirs))
     throw HEXDataException("archive '" + archive.path() + "': the member '" + archive.name(index) +
-                           "' would be written outside '" + root + "'");
+                           "' would be written outside '" + root +
+                           "' (a directory on its way is a link or no directory)");
   if (isDir) return;
 
-  // The file is renamed into place, so a link lying there is replaced, never written through.
   struct stat st;
   if (::lstat(target.c_str(), &st) == 0) {
     if (!overwrite) return;
@@ -249,13 +260,10 @@ bool HUTZip::extractMember(const std::string& zipFile, const std::string& member
   Archive archive(zipFile, OpenMode::kRead);
   const std::int64_t index = archive.locate(member);
   if (index < 0 || archive.isDirectoryEntry(index)) return false;
+  // A failure to write is reported as such (HEXUserException), not as a missing member.
   const std::string parent = HUTPathUtils::getParent(destFile);
-  try {
-    if (!parent.empty()) HUTFile::mkDirRecursive(parent);
-    writeMemberFile(archive, index, destFile);
-  } catch (const HEXUserException&) {
-    return false;
-  }
+  if (!parent.empty()) HUTFile::mkDirRecursive(parent);
+  writeMemberFile(archive, index, destFile);
   return true;
 }
 

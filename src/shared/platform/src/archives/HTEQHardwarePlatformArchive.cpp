@@ -7,6 +7,8 @@
 #include <sstream>
 #include <vector>
 
+#include "ZrTempFile.h"
+#include "ZrZipArchive.h"
 #include "archives/PlatformFileExtractor.h"
 #include "archives/PlatformTilprjFileExtractor.h"
 #include "host/HEXAll.h"
@@ -73,14 +75,21 @@ bool HTEQHardwarePlatform::extract(const std::string& member, const std::string&
   } catch (const HEXAll&) {
     return false;
   }
-  std::ofstream out(dest, std::ios_base::out | std::ios_base::binary);
-  if (!out.is_open()) return false;
-  bool ok = copyStream(in, out);
-  out.close();
-  ok = ok && !out.fail();
-  // A damaged member or a full disk leaves no half-written file behind.
-  if (!ok) HUTFile::rmRecursive(dest);
-  return ok;
+  // The copy goes to a new file renamed over dest, so that a damaged member
+  // or a full disk leaves dest as it was; a device, FIFO or link at dest is
+  // never replaced nor written through.
+  if (!HUTFile::isReplaceable(dest)) return false;
+  try {
+    zr_zip::TempFile out(zr_zip::directoryOf(dest), ".zr-extract-", dest);
+    char block[kCopyBlock];
+    while (in.read(block, kCopyBlock) || in.gcount() > 0)
+      out.write(block, static_cast<std::size_t>(in.gcount()));
+    if (in.bad() || !HUTFile::isReplaceable(dest)) return false;
+    out.commitTo(dest, zr_zip::newFileMode(0666));
+  } catch (const HEXUserException&) {
+    return false;
+  }
+  return true;
 }
 
 bool HTEQHardwarePlatform::extractFile(const std::string& type, const std::string& dest) const {

@@ -1,11 +1,11 @@
 #include "archives/PlatformTilprjFileExtractor.h"
 
+#include "host/HEXAll.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "platform/HTEQHardwarePlatform.h"
-
-PlatformTilprjFileExtractor::~PlatformTilprjFileExtractor() { removeStaged_(); }
+#include "platform/HTEQTmpDirObject.h"
 
 bool PlatformTilprjFileExtractor::extract(const std::string& member, const std::string& archive,
                                           const std::string& dest) const {
@@ -18,24 +18,17 @@ bool PlatformTilprjFileExtractor::extract(const std::string& member, const std::
 
 bool PlatformTilprjFileExtractor::extractFile(const std::string& pathInProject, const std::string& dest) {
   const std::string project = platform_.getFile("TILPRJ");
-  const std::string tmpDir = HUTEnv::instance().getJUNTmpDir();
-  if (project.empty() || tmpDir.empty()) return false;
-  // Staged under its file name only: a member name with directories (or "..")
-  // must not lead the copy out of the temporary directory.
-  const std::string staged = tmpDir + "/" + HUTPathUtils::getFileName(project);
-  if (!HUTFile::exists(staged)) {
-    if (!platform_.extractTILPRJFile(staged)) return false;
-    stagedProject_ = staged;
-    stagedHere_ = true;
+  if (project.empty() || HUTEnv::instance().getJUNTmpDir().empty()) return false;
+  // The project is staged in a private directory of its own, removed at the
+  // end: nothing already lying in the shared temporary directory is used. It
+  // is staged under its file name only, so that a member name with
+  // directories (or "..") cannot lead the copy out of that directory.
+  HTEQTmpDirObject staging;
+  try {
+    staging.create("zr-tilprj");
+  } catch (const HEXUserException&) {
+    return false;
   }
-  const bool ok = extract(pathInProject, staged, dest);
-  removeStaged_();
-  return ok;
-}
-
-void PlatformTilprjFileExtractor::removeStaged_() {
-  if (!stagedHere_) return;
-  stagedHere_ = false;
-  HUTFile::rmRecursive(stagedProject_);
-  stagedProject_.clear();
+  const std::string staged = staging.get() + "/" + HUTPathUtils::getFileName(project);
+  return platform_.extractTILPRJFile(staged) && extract(pathInProject, staged, dest);
 }

@@ -7,12 +7,11 @@ class HTEQHardwarePlatform;
 
 // Copies files out of the tile-array project, an archive stored as the
 // "TILPRJ" member of the platform archive. The project is staged as a file in
-// the tool's temporary directory; a copy staged by this object is removed
-// when the extraction ends (or, at the latest, with the object).
+// a private directory below the tool's temporary directory, removed when the
+// extraction ends.
 class PlatformTilprjFileExtractor {
  public:
   explicit PlatformTilprjFileExtractor(const HTEQHardwarePlatform& platform) : platform_(platform) {}
-  ~PlatformTilprjFileExtractor();
   PlatformTilprjFileExtractor(const PlatformTilprjFileExtractor&) = delete;
   PlatformTilprjFileExtractor& operator=(const PlatformTilprjFileExtractor&) = delete;
 
@@ -24,11 +23,7 @@ class PlatformTilprjFileExtractor {
   bool extractFile(const std::string& pathInProject, const std::string& dest);
 
  private:
-  void removeStaged_();
-
   const HTEQHardwarePlatform& platform_;
-  std::string stagedProject_;
-  bool stagedHere_ = false;
 };
 
 #endif

@@ -547,7 +547,9 @@ void HTEQCfaJsonReader::parseFeatureRoms_(const Node& roms) {
     rom->setTimeSinceEpoch(static_cast<uint64_t>(numOr(r, "timeSinceEpoch", 0)));
     rom->setDRBaseAddress(static_cast<uint64_t>(numOr(r, "drBaseAddress", 0)));
     unsigned char bytes[HTEQHardwareFeatureRom::kNameSize];
-    nameBytes(text(r, "fpgaPartName"), bytes);
+    // A longer part name is cut to its first 63 bytes, as the XML route cuts
+    // it, so that it keeps the ROM's terminating zero.
+    nameBytes(text(r, "fpgaPartName").substr(0, HTEQHardwareFeatureRom::kNameSize - 1), bytes);
     rom->setFPGAPartName(bytes);
     nameBytes(text(r, "vbnvName"), bytes);
     rom->setVBNVName(bytes);

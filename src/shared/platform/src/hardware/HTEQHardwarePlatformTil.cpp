@@ -5,11 +5,13 @@
 #include <fstream>
 
 #include "archives/PlatformTilprjFileExtractor.h"
+#include "host/HEXAll.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQJSONUtils.h"
 #include "platform/HTEQTilPartitionsJsonReader.h"
+#include "platform/HTEQTmpDirObject.h"
 #include "platform/JSONListWriter.h"
 #include "platform/JSONObjectWriter.h"
 
@@ -38,23 +40,37 @@ bool extractFromTilProject(const HTEQHardwarePlatform& platform, const std::stri
   PlatformTilprjFileExtractor extractor(platform);
   return extractor.extractFile(pathInProject, dest);
 }
+
+// A private directory for one file copied out of the project; no file name is
+// given when the directory cannot be made.
+class TilStaging {
+ public:
+  TilStaging() {
+    try {
+      dir_.create("zr-til");
+    } catch (const HEXUserException&) {
+    }
+  }
+  std::string file(const std::string& name) const {
+    return dir_.empty() ? std::string() : dir_.get() + "/" + name;
+  }
+
+ private:
+  HTEQTmpDirObject dir_;
+};
 }  // namespace
 
 // Partitions come from the tile-array project of a fixed platform, read once.
 void HTEQHardwarePlatform::initTilPartitions() const {
   if (expandable_ || tilPartitionsRead_) return;
   tilPartitionsRead_ = true;
-  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/til_partitions.json";
-  if (!extractFromTilProject(*this, kTilPartitionsMember, target)) return;
-  // The reader fills the vector through the non-const factories. The
-  // temporary file goes in any case, also when the file cannot be parsed.
-  try {
-    const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
-  } catch (...) {
-    HUTFile::rmRecursive(target);
-    throw;
-  }
-  HUTFile::rmRecursive(target);
+  // The copy lives in a private directory of its own, removed with it in any
+  // case, also when the file cannot be parsed.
+  const TilStaging staging;
+  const std::string target = staging.file("til_partitions.json");
+  if (target.empty() || !extractFromTilProject(*this, kTilPartitionsMember, target)) return;
+  // The reader fills the vector through the non-const factories.
+  const_cast<HTEQHardwarePlatform*>(this)->parseTILPartitions(target);
 }
 
 void HTEQHardwarePlatform::parseTILPartitions(const std::string& file) {
@@ -106,16 +122,11 @@ void HTEQHardwarePlatform::parseMetaData(const std::string& file, std::map<std::
 }
 
 std::string HTEQHardwarePlatform::getTILPlInterfaceIDAsString() const {
-  const std::string target = HUTEnv::instance().getJUNTmpDir() + "/tilprj_meta_data.json";
-  if (!extractFromTilProject(*this, kTilMetaDataMember, target)) return std::string();
+  const TilStaging staging;
+  const std::string target = staging.file("tilprj_meta_data.json");
+  if (target.empty() || !extractFromTilProject(*this, kTilMetaDataMember, target)) return std::string();
   std::map<std::string, std::string> metaData;
-  try {
-    parseMetaData(target, metaData);
-  } catch (...) {
-    HUTFile::rmRecursive(target);
-    throw;
-  }
-  HUTFile::rmRecursive(target);
+  parseMetaData(target, metaData);
   const auto it = metaData.find("TIL_PL_INTF_ID_STR");
   return it == metaData.end() ? std::string() : it->second;
 }

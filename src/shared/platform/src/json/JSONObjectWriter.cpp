@@ -76,12 +76,6 @@ void JSONObjectWriter::addKey(const std::string& key, const Tree& tree) {
   getTree().add_child(key, tree);
 }
 
-void JSONObjectWriter::addKey(const std::string& key, const std::vector<std::string>& values) {
-  JSONListWriter list;
-  for (const auto& v : values) list.addItem(v);
-  addKey(key, std::move(list));
-}
-
 void JSONObjectWriter::writeObject(const JSONSerializable* object) {
   if (object != nullptr) object->toJSON(*this);
 }

@@ -12,7 +12,8 @@ namespace {
 
 using Tree = boost::property_tree::ptree;
 
-// Bytes that are written as they are; everything else is escaped.
+// Bytes that are written as they are; everything else is escaped (bytes of
+// 0x80 and above are written as they are when they form UTF-8, see below).
 bool plain(unsigned char c) { return c >= 0x20 && c != '"' && c != '/' && c != '\\'; }
 
 // The second character of a two-character escape, or 0 for the "\u00XX" form.
@@ -39,11 +40,57 @@ char shortEscape(unsigned char c) {
   }
 }
 
+// Bytes that are not UTF-8 are written as U+FFFD, so that the text is always
+// valid JSON; well-formed UTF-8 is written as it is.
+const char kReplacement[] = "\xEF\xBF\xBD";
+constexpr std::size_t kReplacementSize = sizeof kReplacement - 1;
+
+// The length of the well-formed UTF-8 sequence that starts at s[i], a byte of
+// 0x80 or above; 0 when there is none, and then `skip` is how many bytes one
+// U+FFFD stands for (the longest start of a sequence that is there: a
+// truncated sequence is one replacement, a stray byte another).
+std::size_t utf8Length(const std::string& s, std::size_t i, std::size_t& skip) {
+  const unsigned char c = static_cast<unsigned char>(s[i]);
+  std::size_t need;
+  unsigned char lo = 0x80, hi = 0xBF;  // the range of the second byte
+  if (c >= 0xC2 && c <= 0xDF) {
+    need = 1;
+  } else if (c >= 0xE0 && c <= 0xEF) {
+    need = 2;
+    if (c == 0xE0) lo = 0xA0;  // no overlong form
+    if (c == 0xED) hi = 0x9F;  // no surrogate
+  } else if (c >= 0xF0 && c <= 0xF4) {
+    need = 3;
+    if (c == 0xF0) lo = 0x90;  // no overlong form
+    if (c == 0xF4) hi = 0x8F;  // nothing past U+10FFFF
+  } else {
+    skip = 1;
+    return 0;
+  }
+  std::size_t k = 1;
+  for (; k <= need && i + k < s.size(); ++k) {
+    const unsigned char b = static_cast<unsigned char>(s[i + k]);
+    if (b < lo || b > hi) break;
+    lo = 0x80;
+    hi = 0xBF;
+  }
+  if (k > need) return need + 1;
+  skip = k;
+  return 0;
+}
+
 std::size_t escapedSize(const std::string& s) {
   std::size_t n = s.size();
-  for (const char ch : s) {
-    const unsigned char c = static_cast<unsigned char>(ch);
-    if (!plain(c)) n += shortEscape(c) ? 1 : 5;
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    const unsigned char c = static_cast<unsigned char>(s[i]);
+    if (c >= 0x80) {
+      std::size_t skip = 0;
+      const std::size_t len = utf8Length(s, i, skip);
+      if (len == 0) n = n - skip + kReplacementSize;
+      i += (len == 0 ? skip : len) - 1;
+    } else if (!plain(c)) {
+      n += shortEscape(c) ? 1 : 5;
+    }
   }
   return n;
 }
@@ -110,6 +157,19 @@ void putEscaped(const std::string& s, Out& out) {
   std::size_t run = 0;
   for (std::size_t i = 0; i < s.size(); ++i) {
     const unsigned char c = static_cast<unsigned char>(s[i]);
+    if (c >= 0x80) {
+      std::size_t skip = 0;
+      const std::size_t len = utf8Length(s, i, skip);
+      if (len != 0) {
+        i += len - 1;
+        continue;
+      }
+      out.put(s.data() + run, i - run);
+      out.put(kReplacement, kReplacementSize);
+      i += skip - 1;
+      run = i + 1;
+      continue;
+    }
     if (plain(c)) continue;
     out.put(s.data() + run, i - run);
     run = i + 1;
@@ -207,6 +267,17 @@ void writeText(const Tree& tree, std::ostream& out) {
   StreamOut stream(out);
   write(tree, 0, stream);
   stream.flush();
+}
+
+bool isUtf8(const std::string& text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (static_cast<unsigned char>(text[i]) < 0x80) continue;
+    std::size_t skip = 0;
+    const std::size_t len = utf8Length(text, i, skip);
+    if (len == 0) return false;
+    i += len - 1;
+  }
+  return true;
 }
 
 void appendEscaped(const std::string& text, std::string& out) {

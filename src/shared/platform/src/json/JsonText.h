@@ -9,7 +9,8 @@ namespace zr_json {
 
 // The property tree as pretty JSON text, byte for byte what the property
 // tree's own writer prints (four blanks per level, every leaf a quoted string,
-// "/" and control characters escaped, the trailing line end), but appended to
+// "/" and control characters escaped, the trailing line end) for a tree of
+// UTF-8 texts (other bytes become U+FFFD, see below), but appended to
 // one string instead of going through a stream a piece at a time. A tree the
 // writer refuses (a node with a value and children, a root with a value)
 // raises the writer's own error and appends nothing.
@@ -25,8 +26,14 @@ char* writeText(const boost::property_tree::ptree& tree, char* out);
 // (raising the writer's error, before writing, for a tree it refuses).
 void writeText(const boost::property_tree::ptree& tree, std::ostream& out);
 
-// A text escaped as the tree writer escapes keys and values.
+// A text escaped as the tree writer escapes keys and values; bytes that are
+// not well-formed UTF-8 are written as U+FFFD, so that the text is always
+// valid JSON (the tree writer would pass them through).
 void appendEscaped(const std::string& text, std::string& out);
+
+// True when the text is well-formed UTF-8 (no overlong form, no surrogate,
+// nothing past U+10FFFF), and so printed byte for byte as the tree writer does.
+bool isUtf8(const std::string& text);
 
 // A node below the root printed as the tree writer prints it at `level`
 // (a leaf as a quoted value, a node whose children all have empty keys as an

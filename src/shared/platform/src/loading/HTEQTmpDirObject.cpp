@@ -13,10 +13,14 @@ HTEQTmpDirObject::~HTEQTmpDirObject() { deleteTmpDir(); }
 
 void HTEQTmpDirObject::create(const std::string& name) {
   deleteTmpDir();
-  std::string path = HUTEnv::instance().getJUNTmpDir() + "/" + name;
-  path = HUTFileUtils::uniquifyFilenameInDir(path);
-  path = HUTFileUtils::makeAbsolutePath(path);
-  HUTFile::mkDirRecursive(path);
+  // A new private directory (mode 0700) with six unique characters after the
+  // name, made in one step by the system: a directory or link that someone
+  // else put at a predictable name in the shared temporary directory is never
+  // taken over.
+  const std::string prefix =
+      HUTFileUtils::makeAbsolutePath(HUTEnv::instance().getJUNTmpDir() + "/" + name) + "-";
+  HUTFile::mkDirRecursive(prefix.substr(0, prefix.rfind('/')));
+  const std::string path = HUTFile::makeTmpDir(prefix);
   HUTFile::ensureWritableDirectory(path);
   path_ = path;
 }
