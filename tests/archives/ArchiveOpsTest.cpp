@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <boost/filesystem.hpp>
 #include <functional>
-#include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "formats/HpfmTestDoc.h"
@@ -15,7 +16,9 @@
 #include "platform/HPLFile.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using teq_platform::PlatformLoader;
 using zr_test::readFile;
@@ -53,17 +56,6 @@ std::string member(const std::string& archive, const std::string& name) {
 // One of the platform's extraction operations that take only a destination.
 using ExtractOp = bool (HTEQHardwarePlatform::*)(const std::string&) const;
 
-// Runs f, which must raise E with exactly this text.
-template <class E>
-void expectThrowText(const std::function<void()>& f, const std::string& text) {
-  try {
-    f();
-    ADD_FAILURE() << "expected: " << text;
-  } catch (const E& e) {
-    EXPECT_EQ(std::string(e.what()), text);
-  }
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------------------
@@ -97,46 +89,6 @@ TEST(WriteToJSON, RoundTripThroughAnotherArchiveIsEqual) {
   ASSERT_TRUE(HTEQCfaJsonReader(&unchanged).parseCFA(source, PlatformLoader::Default));
   unchanged.setPlatformFile(target);
   EXPECT_FALSE(unchanged.isEquals(reread));
-}
-
-TEST(WriteToJSON, NothingWithoutPlatformFileAndRefusals) {
-  HPLPlatform none;
-  EXPECT_NO_THROW(none.writeToJSON());
-
-  TempDir dir;
-  // A file without an extension has no member name: nothing is written.
-  HPLPlatform bare;
-  bare.setPlatformFile(dir.file("noext"));
-  EXPECT_NO_THROW(bare.writeToJSON());
-  EXPECT_FALSE(HUTFile::exists(dir.file("noext")));
-
-  hwcore_test::TestPlatform notHpl;
-  notHpl.setPlatformFile(dir.file("x.lfa"));
-  expectThrowText<HEXAlgException>(
-      [&] { notHpl.writeToJSON(); },
-      "HTEQHardwarePlatform::writeToJSON() - Could not cast this to HPLPlatform");
-  EXPECT_FALSE(HUTFile::exists(dir.file("x.lfa")));
-}
-
-TEST(WriteToJSON, FailureLeavesTheArchiveUnchanged) {
-  TempDir dir;
-  // A damaged archive cannot be opened for the update, and keeps its bytes.
-  const std::string damaged = dir.write("damaged.lfa", "PK\x03\x04 this is no archive");
-  HPLPlatform p;
-  p.setPlatformFile(damaged);
-  expectThrowText<HEXUserException>(
-      [&] { p.writeToJSON(); },
-      "HTEQHardwarePlatform::writeToJSON() - Could not open file for streaming: lfa.json");
-  EXPECT_EQ(readFile(damaged), std::string("PK\x03\x04 this is no archive"));
-
-  // A model that cannot be written as JSON (its board has drivers) writes nothing.
-  const std::string sound = makeArchive(dir.file("sound.lfa"), {{"lfa.json", jsonMember()}});
-  const std::string before = readFile(sound);
-  HPLPlatform withDriver;
-  ASSERT_TRUE(HTEQCfaJsonReader(&withDriver).parseCFA(sound, PlatformLoader::Default));
-  withDriver.getBoard().addDriver();
-  EXPECT_THROW(withDriver.writeToJSON(), HEXAlgException);
-  EXPECT_EQ(readFile(sound), before);
 }
 
 // ---------------------------------------------------------------------------
@@ -182,177 +134,164 @@ TEST(ArchiveFile, PutsTheFileInRewritesMetadataAndStamps) {
   EXPECT_NO_THROW(none.attachDigest());
 }
 
-TEST(ArchiveFile, RefusalsWithTheirWords) {
+// Each refusal raises its exception with its words and leaves the files it
+// touched as they were (a missing one stays missing).
+TEST(ArchiveOps, RefusalsWithTheirWordsChangeNothing) {
   TempDir dir;
-  const std::string source = dir.write("a.tcl", "a");
-  HPLPlatform none;
-  expectThrowText<HEXAlgException>([&] { none.archiveFile("DR_BD", "a.tcl", source); },
-                                   "HTEQHardwarePlatform::archiveFile() - lfaFile is not set");
-  HPLPlatform bare;
-  bare.setPlatformFile(dir.write("noext", "x"));
-  expectThrowText<HEXAlgException>([&] { bare.archiveFile("DR_BD", "a.tcl", source); },
-                                   "HTEQHardwarePlatform::archiveFile() - jsonFile is not set");
-  HPLPlatform missing;
+  const std::string source = dir.write("x.tcl", "x");
+  const std::string sound = makeArchive(dir.file("sound.lfa"), {{"lfa.json", jsonMember()}});
+  const std::string damaged = dir.write("damaged.lfa", "PK\x03\x04 this is no archive");
+  HPLPlatform none, bare, missing, broken, parsed;
+  bare.setPlatformFile(dir.file("noext"));
   missing.setPlatformFile(dir.file("missing.lfa"));
-  expectThrowText<HEXAlgException>([&] { missing.archiveFile("DR_BD", "a.tcl", source); },
-                                   "HTEQHardwarePlatform::archiveFile() - lfaFile does not exist");
-  EXPECT_FALSE(HUTFile::exists(dir.file("missing.lfa")));
+  broken.setPlatformFile(damaged);
+  ASSERT_TRUE(HTEQCfaJsonReader(&parsed).parseCFA(sound, PlatformLoader::Default));
   hwcore_test::TestPlatform notHpl;
   notHpl.setPlatformFile(makeArchive(dir.file("t.lfa"), {{"lfa.json", "{}"}}));
-  expectThrowText<HEXAlgException>(
-      [&] { notHpl.archiveFile("DR_BD", "a.tcl", source); },
-      "HTEQHardwarePlatform::archiveFile() - Could not cast this to HPLPlatform");
-  // Without a platform file, the plain copy does nothing.
+  const std::vector<std::string> watched = {dir.file("noext"), dir.file("missing.lfa"), damaged, sound,
+                                            dir.file("t.lfa")};
+  auto snapshot = [&] {
+    std::vector<std::string> out;
+    for (const auto& f : watched) out.push_back(HUTFile::exists(f) ? readFile(f) : "(none)");
+    return out;
+  };
+  const auto before = snapshot();
+  // Without a platform file, or without a member name for the metadata, nothing is written.
+  EXPECT_NO_THROW(none.writeToJSON());
+  EXPECT_NO_THROW(bare.writeToJSON());
   EXPECT_NO_THROW(none._archiveFile("a.tcl", source));
+
+  const std::string wj = "HTEQHardwarePlatform::writeToJSON() - ",
+                    af = "HTEQHardwarePlatform::archiveFile() - ";
+  const std::vector<std::tuple<std::function<void()>, bool, std::string>> rows = {
+      {[&] { notHpl.writeToJSON(); }, false, wj + "Could not cast this to HPLPlatform"},
+      {[&] { broken.writeToJSON(); }, true, wj + "Could not open file for streaming: lfa.json"},
+      {[&] { none.archiveFile("DR_BD", "a.tcl", source); }, false, af + "lfaFile is not set"},
+      {[&] { bare.archiveFile("DR_BD", "a.tcl", source); }, false, af + "jsonFile is not set"},
+      {[&] { missing.archiveFile("DR_BD", "a.tcl", source); }, false, af + "lfaFile does not exist"},
+      {[&] { notHpl.archiveFile("DR_BD", "a.tcl", source); }, false,
+       af + "Could not cast this to HPLPlatform"},
+      // A source that is missing, or a directory, cannot be read.
+      {[&] { parsed.archiveFile("DR_BD", "bd/n.tcl", dir.file("no.tcl")); }, true,
+       af + "Could not open file for reading: " + dir.file("no.tcl")},
+      {[&] { parsed.archiveFile("DR_BD", "bd/n.tcl", dir.path()); }, true,
+       af + "Could not open file for reading: " + dir.path()},
+      // A member name that would leave the archive's tree, or a damaged archive, cannot be streamed.
+      {[&] { parsed._archiveFile("../x.tcl", source); }, true,
+       af + "Could not open file for streaming: " + sound},
+      {[&] { broken.archiveFile("DR_BD", "bd/x.tcl", source); }, true,
+       af + "Could not open file for streaming: " + damaged},
+  };
+  for (const auto& [op, user, text] : rows) {
+    try {
+      op();
+      ADD_FAILURE() << "no exception: " << text;
+    } catch (const HEXAll& e) {
+      EXPECT_EQ(std::string(e.what()), text);
+      EXPECT_EQ(dynamic_cast<const HEXUserException*>(&e) != nullptr, user) << text;
+    }
+    EXPECT_EQ(snapshot(), before) << text;
+  }
+  EXPECT_EQ(parsed.getFile("DR_BD"), "bd/dr.tcl");
 }
 
-TEST(ArchiveFile, FailureLeavesTheArchiveReadableAndUnchanged) {
+// A step after the member went in fails (a model whose board has drivers
+// cannot be written as JSON): nothing of the change stays, in the archive or
+// in the model's file list.
+TEST(ArchiveOps, AFailedMetadataWriteUndoesTheWholeChange) {
   TempDir dir;
   const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
   const std::string before = readFile(archive);
   HPLPlatform p;
   ASSERT_TRUE(HTEQCfaJsonReader(&p).parseCFA(archive, PlatformLoader::Default));
-
-  // A source that is missing, or a directory, cannot be read.
-  for (const std::string& source : {dir.file("absent.tcl"), dir.path()}) {
-    expectThrowText<HEXUserException>(
-        [&] { p.archiveFile("DR_BD", "bd/new.tcl", source); },
-        "HTEQHardwarePlatform::archiveFile() - Could not open file for reading: " + source);
-    EXPECT_EQ(readFile(archive), before);
-  }
-  // A member name that would leave the archive's tree cannot be streamed.
-  const std::string source = dir.write("x.tcl", "x");
-  expectThrowText<HEXUserException>(
-      [&] { p._archiveFile("../x.tcl", source); },
-      "HTEQHardwarePlatform::archiveFile() - Could not open file for streaming: " + archive);
-  EXPECT_EQ(readFile(archive), before);
-  HPLPlatform reread;
-  EXPECT_TRUE(HTEQCfaJsonReader(&reread).parseCFA(archive, PlatformLoader::Default));
-
-  // A step after the member went in fails (a model whose board has drivers
-  // cannot be written as JSON): nothing of the change stays, in the archive or
-  // in the model's file list.
-  auto fileList = [&p] {
-    std::vector<std::string> names;
-    for (auto r = p.getFileVecRange(); r.first != r.second; ++r.first)
-      names.push_back((*r.first)->getType() + "=" + (*r.first)->getName());
-    return names;
-  };
-  const std::vector<std::string> filesBefore = fileList();
   p.getBoard().addDriver();
-  EXPECT_THROW(p.archiveFile("DR_BD", "bd/new.tcl", source), HEXAlgException);
+  EXPECT_THROW(p.writeToJSON(), HEXAlgException);
   EXPECT_EQ(readFile(archive), before);
-  EXPECT_EQ(fileList(), filesBefore);
-  EXPECT_EQ(HUTZip::getFiles(archive), std::vector<std::string>{"lfa.json"});
+  EXPECT_THROW(p.archiveFile("DR_BD", "bd/new.tcl", dir.write("x.tcl", "x")), HEXAlgException);
+  EXPECT_EQ(readFile(archive), before);
+  EXPECT_EQ(p.getFile("DR_BD"), "bd/dr.tcl");
+  EXPECT_EQ(std::distance(p.getFileVecRange().first, p.getFileVecRange().second), 1);
   EXPECT_FALSE(HUTFile::exists(archive + ".update"));
-
-  // A damaged archive is refused the same way and keeps its bytes.
-  const std::string damaged = dir.write("damaged.lfa", "not a zip at all");
-  HPLPlatform q;
-  q.setPlatformFile(damaged);
-  expectThrowText<HEXUserException>(
-      [&] { q.archiveFile("DR_BD", "bd/x.tcl", source); },
-      "HTEQHardwarePlatform::archiveFile() - Could not open file for streaming: " + damaged);
-  EXPECT_EQ(readFile(damaged), "not a zip at all");
 }
 
 // ---------------------------------------------------------------------------
 // Extraction
 
-TEST(Extract, EachTypedMemberIntoItsDestination) {
+// Each operation against one archive: a row with content extracts it (the
+// destination's directories are made), a row without answers false and
+// leaves no file.
+TEST(Extract, EachOperationFindsItsMemberOrAnswersFalse) {
   TempDir dir;
   const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", "{}"},
                                                                  {"bd/dr.tcl", "dr"},
                                                                  {"emu/emu.xml", "<emu/>"},
                                                                  {"emu/emu.json", "{\"emu\": 1}"},
                                                                  {"noc/traffic.nts", "nts"},
-                                                                 {"noc/solution.ncr", "ncr"}});
-  HPLPlatform p;
-  p.setPlatformFile(archive);
+                                                                 {"noc/solution.ncr", "ncr"},
+                                                                 {"hw_emu/bd/dr.tcl", "child dr"}});
+  HPLPlatform p, absent, child, unset;
+  for (HPLPlatform* q : {&p, &absent, &child}) q->setPlatformFile(archive);
   p.addFile("DR_BD", "bd/dr.tcl");
   p.addFile("EMU_XML", "emu/emu.xml");
   p.addFile("EMU_JSON", "emu/emu.json");
   p.addFile("NOC_TRAFFIC", "noc/traffic.nts");
   p.addFile("NOC_SOLUTION", "noc/solution.ncr");
-  const std::vector<std::pair<ExtractOp, const char*>> cases = {
-      {&HPLPlatform::extractDrBdFile, "dr"},
-      {&HPLPlatform::extractEmuXmlFile, "<emu/>"},
-      {&HPLPlatform::extractNTSFile, "nts"},
-      {&HPLPlatform::extractEmuJsonFile, "{\"emu\": 1}"},
-      {&HPLPlatform::extractNCRFile, "ncr"}};
-  int n = 0;
-  for (const auto& c : cases) {
-    // The destination's directories are made.
-    const std::string dest = dir.file("out/" + std::to_string(n++) + "/deep/file");
-    EXPECT_TRUE((p.*c.first)(dest)) << c.second;
-    EXPECT_EQ(readFile(dest), c.second);
+  absent.addFile("DR_BD", "bd/absent.tcl");  // listed, not in the archive
+  // A child emulation platform reads below its own directory.
+  child.setIsChildHardwareEmuPlatform(true);
+  child.addFile("DR_BD", "bd/dr.tcl");
+  using Op = std::function<bool(const std::string&)>;
+  const std::vector<std::tuple<const char*, Op, const char*>> rows = {
+      {"dr_bd", [&](const std::string& d) { return p.extractDrBdFile(d); }, "dr"},
+      {"emu_xml", [&](const std::string& d) { return p.extractEmuXmlFile(d); }, "<emu/>"},
+      {"nts", [&](const std::string& d) { return p.extractNTSFile(d); }, "nts"},
+      {"emu_json", [&](const std::string& d) { return p.extractEmuJsonFile(d); }, "{\"emu\": 1}"},
+      {"ncr", [&](const std::string& d) { return p.extractNCRFile(d); }, "ncr"},
+      {"by type", [&](const std::string& d) { return p.extractFile("NOC_TRAFFIC", d); }, "nts"},
+      {"by name", [&](const std::string& d) { return p.extractFileFromPlatform("bd/dr.tcl", d); }, "dr"},
+      {"plain", [&](const std::string& d) { return HPLPlatform::extract("bd/dr.tcl", archive, d); }, "dr"},
+      {"child", [&](const std::string& d) { return child.extractDrBdFile(d); }, "child dr"},
+      {"unknown type", [&](const std::string& d) { return p.extractFile("NOT_A_TYPE", d); }, nullptr},
+      {"absent member", [&](const std::string& d) { return absent.extractDrBdFile(d); }, nullptr},
+      {"unlisted", [&](const std::string& d) { return absent.extractEmuXmlFile(d); }, nullptr},
+      {"no hpfm", [&](const std::string& d) { return absent.extractHPFMFile(d, true); }, nullptr},
+      {"empty name", [&](const std::string& d) { return p.extractFileFromPlatform("", d); }, nullptr},
+      {"no archive set", [&](const std::string& d) { return unset.extractFileFromPlatform("lfa.json", d); },
+       nullptr},
+      {"missing archive",
+       [&](const std::string& d) { return HPLPlatform::extract("lfa.json", dir.file("absent.lfa"), d); },
+       nullptr},
+      {"junk archive",
+       [&](const std::string& d) {
+         return HPLPlatform::extract("lfa.json", dir.write("junk.lfa", "junk"), d);
+       },
+       nullptr},
+      {"no tile project", [&](const std::string& d) { return p.extractTILPRJFile(d); }, nullptr},
+      {"no larch", [&](const std::string& d) { return p.extractLARCHFile(d); }, nullptr},
+      {"no tile metadata", [&](const std::string& d) { return p.extractTILMetadataFile(d); }, nullptr},
+  };
+  for (const auto& [what, op, content] : rows) {
+    const std::string dest = dir.file(std::string("out/") + what + "/deep/file");
+    EXPECT_EQ(op(dest), content != nullptr) << what;
+    if (content != nullptr) {
+      EXPECT_EQ(readFile(dest), content) << what;
+    } else {
+      EXPECT_FALSE(HUTFile::exists(dest)) << what;
+    }
   }
-  EXPECT_TRUE(p.extractFile("NOC_TRAFFIC", dir.file("by/type")));
-  EXPECT_EQ(readFile(dir.file("by/type")), "nts");
-  EXPECT_TRUE(p.extractFileFromPlatform("bd/dr.tcl", dir.file("by/name")));
-  EXPECT_EQ(readFile(dir.file("by/name")), "dr");
-  EXPECT_TRUE(HTEQHardwarePlatform::extract("bd/dr.tcl", archive, dir.file("plain")));
-  EXPECT_EQ(readFile(dir.file("plain")), "dr");
-}
-
-TEST(Extract, MissingTypesMembersAndArchivesAnswerFalse) {
-  TempDir dir;
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", "{}"}});
-  HPLPlatform p;
-  p.setPlatformFile(archive);
-  p.addFile("DR_BD", "bd/absent.tcl");  // listed, not in the archive
-  const std::string dest = dir.file("out/sub/file");
-  EXPECT_FALSE(p.extractFile("NOT_A_TYPE", dest));
-  EXPECT_FALSE(HUTFile::exists(dir.file("out")));  // no directory made for an unknown type
-  EXPECT_FALSE(p.extractHPFMFile(dest, true));
-  EXPECT_FALSE(p.extractEmuXmlFile(dest));
-  EXPECT_FALSE(p.extractDrBdFile(dest));
-  EXPECT_FALSE(p.extractFileFromPlatform("", dest));
+  EXPECT_FALSE(HUTFile::exists(dir.file("out/unknown type")));  // no directory made for an unknown type
+  // An empty destination, or one that is a directory, cannot be written.
   EXPECT_FALSE(p.extractFileFromPlatform("lfa.json", ""));
-  EXPECT_FALSE(HUTFile::exists(dest));
-  EXPECT_FALSE(HTEQHardwarePlatform::extract("lfa.json", dir.file("absent.lfa"), dest));
-  EXPECT_FALSE(HTEQHardwarePlatform::extract("lfa.json", dir.write("junk.lfa", "junk"), dest));
-  EXPECT_FALSE(HUTFile::exists(dest));
-  // A destination that is a directory cannot be written.
   EXPECT_FALSE(HTEQHardwarePlatform::extract("lfa.json", archive, dir.path()));
-  // The tile-array operations, without any project.
-  EXPECT_FALSE(p.extractTILPRJFile(dest));
-  EXPECT_FALSE(p.extractLARCHFile(dest));
-  EXPECT_FALSE(p.extractTILMetadataFile(dest));
-  HPLPlatform unset;
-  EXPECT_FALSE(unset.extractFileFromPlatform("lfa.json", dest));
-  EXPECT_FALSE(HUTFile::exists(dest));
 }
 
 TEST(Extract, ADamagedMemberLeavesNoFile) {
   TempDir dir;
-  std::string data;
-  for (int i = 0; i < 200000; ++i) data += std::to_string(i * 7919 % 10007);
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"big.bin", data}});
-  // Flip bytes in the middle of the compressed data.
-  std::string bytes = readFile(archive);
-  for (std::size_t k = bytes.size() / 2; k < bytes.size() / 2 + 64; ++k)
-    bytes[k] = static_cast<char>(~bytes[k]);
-  zr_test::writeFile(archive, bytes);
-  const std::string dest = dir.file("out/big.bin");
-  EXPECT_FALSE(HTEQHardwarePlatform::extract("big.bin", archive, dest));
-  EXPECT_FALSE(HUTFile::exists(dest));
-}
-
-TEST(Extract, ChildEmulationPlatformReadsBelowItsDirectory) {
-  TempDir dir;
-  const std::string archive =
-      makeArchive(dir.file("card.lfa"), {{"x", "parent"}, {"hw_emu/x", "child"}, {"hw_emu/bd/dr.tcl", "dr"}});
-  HPLPlatform p;
-  p.setPlatformFile(archive);
-  EXPECT_TRUE(p.extractFileFromPlatform("x", dir.file("parent")));
-  EXPECT_EQ(readFile(dir.file("parent")), "parent");
-  p.setIsChildHardwareEmuPlatform(true);
-  p.addFile("DR_BD", "bd/dr.tcl");
-  EXPECT_TRUE(p.extractFileFromPlatform("x", dir.file("child")));
-  EXPECT_EQ(readFile(dir.file("child")), "child");
-  EXPECT_TRUE(p.extractDrBdFile(dir.file("dr")));
-  EXPECT_EQ(readFile(dir.file("dr")), "dr");
+  const std::string archive = dir.file("card.lfa");
+  zr_test::makeZip(archive, {{"big.bin", zr_test::incompressible(200000)}});
+  zr_test::damageFirstMemberData(archive);
+  EXPECT_FALSE(HTEQHardwarePlatform::extract("big.bin", archive, dir.file("out/big.bin")));
+  EXPECT_FALSE(HUTFile::exists(dir.file("out/big.bin")));
 }
 
 TEST(Extract, HpfmIsRepairedOnlyWithTheFlag) {
@@ -401,27 +340,45 @@ std::string archiveWithProject(const TempDir& dir, const std::string& projectMem
 
 }  // namespace
 
-TEST(ExtractNested, FilesOfTheTileArrayProject) {
+// The tile-array files come from the project stored in the archive, staged in
+// the temporary directory and removed again; an old archive without a
+// project falls back to plain members where the file had an old form.
+TEST(ExtractNested, FilesOfTheTileArrayProjectOrTheirOldMembers) {
   TempDir dir;
   TempDir tmp;
   ScopedTmpDir scoped(tmp.path());
-  HPLPlatform p;
+  HPLPlatform p, old, staged, bad;
   // An old plain member of the same kind is not used when the project has the file.
   p.setPlatformFile(archiveWithProject(dir, "sub/shell.tilprj", {{"old.larch", "old larch"}}));
   p.addFile("TILPRJ", "sub/shell.tilprj");
   p.addFile("ME_LOGICAL_ARCH", "old.larch");
-  const std::vector<std::pair<ExtractOp, const char*>> cases = {
-      {&HPLPlatform::extractLARCHFile, "larch"},
-      {&HPLPlatform::extractINTFCSTFile, "intfcst"},
-      {&HPLPlatform::extractINTFSOLFile, "intfsol"},
-      {&HPLPlatform::extractTILCSTFile, "tilcst"},
-      {&HPLPlatform::extractTILMetadataFile, "meta"}};
-  for (const auto& c : cases) {
-    const std::string dest = dir.file(std::string("out/") + c.second);
-    EXPECT_TRUE((p.*c.first)(dest)) << c.second;
-    EXPECT_EQ(readFile(dest), c.second);
-    // The staged project is gone again.
-    EXPECT_FALSE(HUTFile::exists(tmp.file("shell.tilprj"))) << c.second;
+  old.setPlatformFile(makeArchive(
+      dir.file("old.lfa"), {{"me/arch.larch", "old larch"}, {"me/cst.xml", "old cst"}, {"me/a.zip", "old"}}));
+  old.addFile("ME_LOGICAL_ARCH", "me/arch.larch");
+  old.addFile("ME_CONSTRAINT", "me/cst.xml");
+  old.addFile("ME_ARCHIVE", "me/a.zip");
+  bad.setPlatformFile(makeArchive(dir.file("bad.lfa"), {{"bad.tilprj", "not a project"}}));
+  bad.addFile("TILPRJ", "bad.tilprj");
+  const std::vector<std::tuple<HPLPlatform*, ExtractOp, const char*>> rows = {
+      {&p, &HPLPlatform::extractLARCHFile, "larch"},
+      {&p, &HPLPlatform::extractINTFCSTFile, "intfcst"},
+      {&p, &HPLPlatform::extractINTFSOLFile, "intfsol"},
+      {&p, &HPLPlatform::extractTILCSTFile, "tilcst"},
+      {&p, &HPLPlatform::extractTILMetadataFile, "meta"},
+      {&old, &HPLPlatform::extractLARCHFile, "old larch"},
+      {&old, &HPLPlatform::extractINTFCSTFile, "old cst"},
+      {&old, &HPLPlatform::extractTILPRJFile, "old"},
+      {&old, &HPLPlatform::extractINTFSOLFile, nullptr},
+      {&old, &HPLPlatform::extractTILCSTFile, nullptr},
+      {&old, &HPLPlatform::extractTILMetadataFile, nullptr},
+      {&bad, &HPLPlatform::extractLARCHFile, nullptr},
+  };
+  int n = 0;
+  for (const auto& [platform, op, content] : rows) {
+    const std::string dest = dir.file("out/" + std::to_string(n++));
+    EXPECT_EQ((platform->*op)(dest), content != nullptr) << n;
+    EXPECT_EQ(HUTFile::exists(dest) ? readFile(dest) : "(none)", content ? content : "(none)") << n;
+    EXPECT_TRUE(boost::filesystem::is_empty(tmp.path())) << n;  // nothing staged is left behind
   }
   // The project itself; a destination that is already a file is kept as it is.
   ASSERT_TRUE(p.extractTILPRJFile(dir.file("out/p.tilprj")));
@@ -431,49 +388,9 @@ TEST(ExtractNested, FilesOfTheTileArrayProject) {
   const std::string existing = dir.write("existing.tilprj", "mine");
   EXPECT_TRUE(p.extractTILPRJFile(existing));
   EXPECT_EQ(readFile(existing), "mine");
-}
-
-TEST(ExtractNested, AProjectStagedBeforehandIsUsedAndKept) {
-  TempDir dir;
-  TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  HPLPlatform p;
-  p.setPlatformFile(archiveWithProject(dir, "shell.tilprj"));
-  p.addFile("TILPRJ", "shell.tilprj");
+  // A project staged beforehand is used and kept.
   ASSERT_TRUE(p.extractTILPRJFile(tmp.file("shell.tilprj")));
   EXPECT_TRUE(p.extractTILCSTFile(dir.file("cst")));
   EXPECT_EQ(readFile(dir.file("cst")), "tilcst");
   EXPECT_TRUE(HUTFile::isFile(tmp.file("shell.tilprj")));
-  // The file missing from the project answers false, and nothing is left behind.
-  HPLPlatform q;
-  q.setPlatformFile(makeArchive(dir.file("q.lfa"), {{"q.tilprj", "not a project"}}));
-  q.addFile("TILPRJ", "q.tilprj");
-  EXPECT_FALSE(q.extractLARCHFile(dir.file("larch")));
-  EXPECT_FALSE(HUTFile::exists(dir.file("larch")));
-  EXPECT_FALSE(HUTFile::exists(tmp.file("q.tilprj")));
-}
-
-TEST(ExtractNested, OldArchivesFallBackToPlainMembers) {
-  TempDir dir;
-  TempDir tmp;
-  ScopedTmpDir scoped(tmp.path());
-  HPLPlatform p;
-  p.setPlatformFile(makeArchive(
-      dir.file("old.lfa"), {{"me/arch.larch", "old larch"}, {"me/cst.xml", "old cst"}, {"me/a.zip", "old"}}));
-  p.addFile("ME_LOGICAL_ARCH", "me/arch.larch");
-  p.addFile("ME_CONSTRAINT", "me/cst.xml");
-  p.addFile("ME_ARCHIVE", "me/a.zip");
-  // Those without an old form (no content here) have no fallback.
-  const std::vector<std::pair<ExtractOp, const char*>> cases = {
-      {&HPLPlatform::extractLARCHFile, "old larch"}, {&HPLPlatform::extractINTFCSTFile, "old cst"},
-      {&HPLPlatform::extractTILPRJFile, "old"},      {&HPLPlatform::extractINTFSOLFile, nullptr},
-      {&HPLPlatform::extractTILCSTFile, nullptr},    {&HPLPlatform::extractTILMetadataFile, nullptr}};
-  int n = 0;
-  for (const auto& c : cases) {
-    const std::string dest = dir.file("out" + std::to_string(n++));
-    EXPECT_EQ((p.*c.first)(dest), c.second != nullptr) << n;
-    if (c.second != nullptr) {
-      EXPECT_EQ(readFile(dest), c.second) << n;
-    }
-  }
 }

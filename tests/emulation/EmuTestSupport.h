@@ -7,7 +7,22 @@
 #include <utility>
 #include <vector>
 
+#include "platform/HTEQEmulation.h"
+#include "platform/HTEQEmulationFile.h"
+#include "platform/HTEQEmulations.h"
+
 namespace emu_test {
+
+// The metadata version, then "|name=type:name@instPath;..." for every emulation.
+inline std::string describe(const HTEQEmulations& model) {
+  std::string out = model.getPfmMetadataVersion();
+  for (const HTEQEmulation* e : model.getEmulations()) {
+    out += "|" + e->getName() + "=";
+    for (const HTEQEmulationFile* f : e->getFiles())
+      out += f->getType() + ":" + f->getName() + "@" + f->getInstPath() + ";";
+  }
+  return out;
+}
 
 using FileList = std::vector<std::pair<std::string, std::string>>;  // (type, name)
 

@@ -55,14 +55,9 @@ TEST(JSONWriter, PrettyTextIndentsFourBlanksQuotesLeavesAndEscapesSlash) {
             "}\n");
 }
 
-TEST(JSONWriter, EmptyRootIsAPairOfBraces) {
-  JSONObjectWriter w;
-  EXPECT_TRUE(w.empty());
-  EXPECT_EQ(text(w), "{\n}\n");
-}
-
 TEST(JSONWriter, EmptyStringsObjectsAndListsAreLeftOut) {
   JSONObjectWriter w;
+  EXPECT_EQ(text(w), "{\n}\n");
   w.addKey("description", std::string());
   w.addKey("unified", false);
   Named empty;
@@ -73,7 +68,8 @@ TEST(JSONWriter, EmptyStringsObjectsAndListsAreLeftOut) {
   list.addItem(&empty);
   list.addItem(JSONObjectWriter());
   w.addKey("objects", list);
-  EXPECT_EQ(text(w), "{\n    \"unified\": \"false\"\n}\n");
+  w.addKey("some", std::vector<std::string>{"", "z"});
+  EXPECT_EQ(text(w), "{\n    \"unified\": \"false\",\n    \"some\": [\n        \"z\"\n    ]\n}\n");
 }
 
 TEST(JSONWriter, StringKeyTwiceReplacesInPlaceWriterKeyTwiceDuplicates) {
@@ -93,8 +89,6 @@ TEST(JSONWriter, StringKeyTwiceReplacesInPlaceWriterKeyTwiceDuplicates) {
 TEST(JSONWriter, DottedKeyMakesANestedObject) {
   JSONObjectWriter w;
   w.addKey("outer.inner", std::string("v"));
-  EXPECT_EQ(w.getTree().size(), 1u);
-  EXPECT_EQ(w.getTree().get<std::string>("outer.inner"), "v");
   EXPECT_EQ(text(w), "{\n    \"outer\": {\n        \"inner\": \"v\"\n    }\n}\n");
 }
 

@@ -68,24 +68,12 @@ class DocumentMaker {
   }
 
   std::string stringText() {
-    static const char* const kParts[] = {"name",
-                                         "a.b",
-                                         "",
-                                         "x y",
-                                         "\\\"",
-                                         "\\\\",
-                                         "\\/",
-                                         "\\b\\f\\n\\r\\t",
-                                         "\\u0041",
-                                         "\\u00e9",
-                                         "\\u20AC",
-                                         "\\ud83d\\ude00",
-                                         "\\u0000",
-                                         "\xc3\xa9",
-                                         "\xe2\x82\xac",
-                                         "\xf0\x9f\x98\x80",
-                                         "\x7f",
-                                         "pfm/top"};
+    // clang-format off
+    static const char* const kParts[] = {
+        "name", "a.b", "", "x y", "\\\"", "\\\\", "\\/", "\\b\\f\\n\\r\\t", "\\u0041", "\\u00e9",
+        "\\u20AC", "\\ud83d\\ude00", "\\u0000", "\xc3\xa9", "\xe2\x82\xac", "\xf0\x9f\x98\x80", "\x7f",
+        "pfm/top"};
+    // clang-format on
     std::string s = "\"";
     for (int i = pick(4); i > 0; --i) s += kParts[pick(18)];
     return s + "\"";
@@ -146,12 +134,13 @@ class DocumentMaker {
 // with control characters, slashes, quotes and bytes above 0x7f.
 Tree randomTree(std::mt19937& rng, int depth) {
   auto pick = [&rng](int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng); };
-  static const std::string kText[] = {"", "plain", "a/b", "q\"uote", "back\\slash", "tab\there", "nl\n",
-                                      std::string("nul\0x", 5), "\x01\x1f", "\x7f", "\xc3\xa9",
-                                      // The reference writer passes bytes through as they
-                                      // are, so it is compared on UTF-8 only; bytes that
-                                      // are not UTF-8 are tested with the text route.
-                                      "\xf0\x9f\x98\x80"};
+  // The reference writer passes bytes through as they are, so it is compared on
+  // UTF-8 only; bytes that are not UTF-8 are tested with the text route.
+  // clang-format off
+  static const std::string kText[] = {
+      "", "plain", "a/b", "q\"uote", "back\\slash", "tab\there", "nl\n", std::string("nul\0x", 5),
+      "\x01\x1f", "\x7f", "\xc3\xa9", "\xf0\x9f\x98\x80"};
+  // clang-format on
   Tree t;
   const int n = depth > 3 ? 0 : pick(5);
   const bool array = pick(3) == 0;
@@ -230,55 +219,20 @@ TEST(JsonFastPath, DamagedDocumentsGiveTheReferenceResultOrError) {
 }
 
 TEST(JsonFastPath, EachKindOfMistakeGivesTheReferenceError) {
-  const std::string texts[] = {"",
-                               " ",
-                               "{\"a\": \"1\",}",
-                               "[\"1\",]",
-                               "{,}",
-                               "[,\"1\"]",
-                               "{\"a\" \"1\"}",
-                               "{\"a\":}",
-                               "{1: \"a\"}",
-                               "01",
-                               "1.",
-                               ".5",
-                               "+1",
-                               "1e",
-                               "1e+",
-                               "-",
-                               "-a",
-                               "tru",
-                               "nul",
-                               "fals",
-                               "truex",
-                               "\"abc",
-                               "\"a\\u12\"",
-                               "\"\\ud800\"",
-                               "\"\\udc00\"",
-                               "\"\\ud800\\u0041\"",
-                               "\"\\ud800x\"",
-                               "\"\\q\"",
-                               "\"\x01\"",
-                               "\"\xc3(\"",
-                               "\"\x80\"",
-                               "\"\xf8\x80\x80\x80\x80\"",
-                               "\"\xe2\x82\"",
-                               "{\"a\": \"1\"}}",
-                               "[\"1\"] x",
-                               "{\"a\": [\"1\" \"2\"]}",
-                               "\n\n  [\n\"x\",\n ]",
-                               "[\"\t\"]"};
+  // clang-format off
+  const std::string texts[] = {
+      "", " ", "{\"a\": \"1\",}", "[\"1\",]", "{,}", "[,\"1\"]", "{\"a\" \"1\"}", "{\"a\":}", "{1: \"a\"}",
+      "01", "1.", ".5", "+1", "1e", "1e+", "-", "-a", "tru", "nul", "fals", "truex", "\"abc", "\"a\\u12\"",
+      "\"\\ud800\"", "\"\\udc00\"", "\"\\ud800\\u0041\"", "\"\\ud800x\"", "\"\\q\"", "\"\x01\"",
+      "\"\xc3(\"", "\"\x80\"", "\"\xf8\x80\x80\x80\x80\"", "\"\xe2\x82\"", "{\"a\": \"1\"}}", "[\"1\"] x",
+      "{\"a\": [\"1\" \"2\"]}", "\n\n  [\n\"x\",\n ]", "[\"\t\"]"};
+  // clang-format on
   for (const std::string& text : texts) {
     const Reference ref = referenceRead(text);
     ASSERT_FALSE(ref.ok) << text;
     zr_json::Document doc;
     EXPECT_FALSE(doc.parse(text, 512)) << text;
-    try {
-      zr_json::readDocument(text, doc, "doc", 512);
-      ADD_FAILURE() << "no error for " << text;
-    } catch (const HEXDataException& e) {
-      EXPECT_EQ(std::string(e.what()), ref.error) << text;
-    }
+    EXPECT_THROW_MSG(zr_json::readDocument(text, doc, "doc", 512), HEXDataException, ref.error);
   }
 }
 
@@ -329,11 +283,6 @@ TEST(JsonFastPath, LookupsFindTheFirstOfDuplicateKeysAndValuesEndWhereNumbersDo)
   int count = 0;
   for (const zr_json::JsonNode& c : root.children()) count += c.key == "k";
   EXPECT_EQ(count, 2);
-
-  Tree ref;
-  std::istringstream in(R"({"k": "first", "n": 42, "k": "second"})");
-  boost::property_tree::read_json(in, ref);
-  EXPECT_EQ(ref.get<std::string>("k"), "first");  // the property tree agrees
 }
 
 TEST(JsonFastPath, RandomTreesPrintTheReferenceBytes) {

@@ -187,19 +187,16 @@ TEST(TextPath, WhatOnlyTheTreeCanWriteIsLeftToIt) {
   auto* hw = new HPLPlatform;
   hw->getBoard().addDriver();
   platform.setHardwarePlatform(hw);
-  std::string treeError, textError;
-  try {
-    treeText(platform);
-  } catch (const HEXAlgException& e) {
-    treeError = e.what();
-  }
-  try {
-    directText(platform);
-  } catch (const HEXAlgException& e) {
-    textError = e.what();
-  }
-  EXPECT_FALSE(treeError.empty());
-  EXPECT_EQ(textError, treeError);
+  auto errorOf = [&platform](std::string (*write)(const HTEQPlatform&)) {
+    try {
+      write(platform);
+    } catch (const HEXAlgException& e) {
+      return std::string(e.what());
+    }
+    return std::string("(written)");
+  };
+  EXPECT_NE(errorOf(treeText), "(written)");
+  EXPECT_EQ(errorOf(directText), errorOf(treeText));
 
   // Keys that are paths, or put twice, need the tree.
   teq_platform::TextObjectWriter writer(0);

@@ -8,19 +8,20 @@
 #include "platform/HTEQEnv.h"
 #include "platform/HTEQPfmFileTypes.h"
 #include "platform/HTEQTmpDirObject.h"
+#include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
 
 using namespace zr_test;
+using zr_test::ScopedInstance;
 
-TEST(HTEQEnv, ProductIsTheNameStandingFurthestRight) {
+// The product is the known name standing furthest right in the application
+// root; in unit-test mode "teq" is ignored and the default is "selbrook".
+TEST(HTEQEnv, ProductNameFromTheApplicationRoot) {
   EXPECT_EQ(HTEQEnv::computeProductName("/tools/Morwen/2026/selbrook", false), "selbrook");
   EXPECT_EQ(HTEQEnv::computeProductName("/tools/selbrook/2026/MORWEN", false), "morwen");
   EXPECT_EQ(HTEQEnv::computeProductName("/tools/delmar/teq", false), "teq");
   EXPECT_EQ(HTEQEnv::computeProductName("/opt/other", false), "unknown");
   EXPECT_EQ(HTEQEnv::computeProductName("", false), "unknown");
-}
-
-TEST(HTEQEnv, UnitTestModeIgnoresTeqAndDefaultsToSelbrook) {
   EXPECT_EQ(HTEQEnv::computeProductName("/tools/delmar/teq", true), "delmar");
   EXPECT_EQ(HTEQEnv::computeProductName("/tools/teq", true), "selbrook");
   EXPECT_EQ(HTEQEnv::computeProductName("/opt/other", true), "selbrook");
@@ -29,11 +30,10 @@ TEST(HTEQEnv, UnitTestModeIgnoresTeqAndDefaultsToSelbrook) {
 TEST(HTEQEnv, ProductNameIsComputedOnceFromTheApplicationRoot) {
   HUTEnv env;
   env.setAppRoots({"/install/Delmar/2026"});
-  HUTEnv::setInstance(&env);
+  ScopedInstance<HUTEnv> installed(&env);
   const std::string first = HTEQEnv::getProductName();
   env.setAppRoots({"/install/morwen"});
   EXPECT_EQ(HTEQEnv::getProductName(), first);
-  HUTEnv::setInstance(nullptr);
   EXPECT_EQ(first, "delmar");
 }
 
@@ -56,13 +56,10 @@ TEST(HTEQPfmFileTypes, NamesAndLookups) {
 
 class HTEQTmpDirObjectTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    env_.setTmpDir(root_.path());
-    HUTEnv::setInstance(&env_);
-  }
-  void TearDown() override { HUTEnv::setInstance(nullptr); }
+  HTEQTmpDirObjectTest() { env_.setTmpDir(root_.path()); }
   TempDir root_;
   HUTEnv env_;
+  ScopedInstance<HUTEnv> installed_{&env_};
 };
 
 TEST_F(HTEQTmpDirObjectTest, SameNameGivesTwoDirectoriesRemovedWithTheirObjects) {

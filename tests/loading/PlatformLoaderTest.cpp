@@ -27,12 +27,11 @@ std::string loadFailure(PlatformLoader& loader) {
 
 TEST(PlatformLoader, FileKindComesFromTheExactExtension) {
   TempDir dir;
-  EXPECT_EQ(PlatformLoader(dir.file("a.lfa"), PlatformLoader::Default).getFileKind(),
-            PlatformLoader::HardwareFile);
-  EXPECT_EQ(PlatformLoader(dir.file("a.cfa"), PlatformLoader::Default).getFileKind(),
-            PlatformLoader::HardwareFile);
-  EXPECT_EQ(PlatformLoader(dir.file("a.spfm"), PlatformLoader::Default).getFileKind(),
-            PlatformLoader::SoftwareFile);
+  for (const auto& [name, kind] : std::vector<std::pair<const char*, PlatformLoader::FileKind>>{
+           {"a.lfa", PlatformLoader::HardwareFile},
+           {"a.cfa", PlatformLoader::HardwareFile},
+           {"a.spfm", PlatformLoader::SoftwareFile}})
+    EXPECT_EQ(PlatformLoader(dir.file(name), PlatformLoader::Default).getFileKind(), kind) << name;
   // Capitals and no extension at all make a descriptor, which must exist.
   EXPECT_THROW(PlatformLoader(dir.file("a.CFA"), PlatformLoader::Default), HEXFileNotFoundException);
   EXPECT_THROW(PlatformLoader(dir.file("noext"), PlatformLoader::Default), HEXFileNotFoundException);
@@ -58,56 +57,35 @@ TEST(PlatformLoader, DescriptorDataIsThereBeforeLoad) {
   EXPECT_FALSE(loader.isLoaded());
 }
 
-TEST(PlatformLoader, EmptyPathFailsOnTheMissingHardwareFile) {
-  PlatformLoader loader("", PlatformLoader::Default);
-  EXPECT_EQ(loadFailure(loader), "hardware platform file '' does not exist");
-  // After a failure the loader holds no platform; its getters stay safe.
-  EXPECT_EQ(loader.load(), nullptr);
-  EXPECT_EQ(loader.getName(), "");
-}
-
-TEST(PlatformLoader, EachFailureOfTheHardwareStepHasItsText) {
+// Each failing load sends "@74-60@%s" with the text of the step that failed.
+TEST(PlatformLoader, EachFailingStepHasItsText) {
   TempDir dir;
-  {
-    PlatformLoader loader(dir.file("missing.lfa"), PlatformLoader::Default);
-    EXPECT_EQ(loadFailure(loader), "hardware platform file '" + dir.file("missing.lfa") + "' does not exist");
-  }
-  {
-    dir.write("p/hw/b.zip", "zip");
-    PlatformLoader loader(dir.write("p/b.zdf", zdfText(zdfHw("hw", "b.zip"))), PlatformLoader::Default);
-    EXPECT_EQ(loadFailure(loader), "incorrect file extension - only CFA and LFA files are supported");
-  }
-  {
-    PlatformLoader loader(dir.write("junk.lfa", "not an archive"), PlatformLoader::Default);
-    EXPECT_EQ(loadFailure(loader), "Failed to parse Hardware Platform metadata file");
-  }
-}
-
-TEST(PlatformLoader, PartitionHardwareFailureIsAnError) {
-  TempDir dir;
-  const std::string rp = "<teq:reconfigurablePartition teq:id=\"0\">" + zdfHw("hw", "missing.lfa") +
-                         "</teq:reconfigurablePartition>\n";
-  PlatformLoader loader(dir.write("p/b.zdf", zdfText(rp)), PlatformLoader::Default);
-  EXPECT_EQ(loadFailure(loader), "Failed to parse Hardware Platform metadata file");
-}
-
-TEST(PlatformLoader, EmulationOnlyPartitionFailsOnItsEmptyHardwareFile) {
-  TempDir dir;
-  const std::string rp = "<teq:reconfigurablePartition teq:id=\"0\">" + zdfEmu("hw", "e.lfa") +
-                         "</teq:reconfigurablePartition>\n";
-  PlatformLoader loader(dir.write("p/b.zdf", zdfText(rp)), PlatformLoader::Default);
-  EXPECT_EQ(loadFailure(loader), "Failed to parse Hardware Platform metadata file");
-}
-
-TEST(PlatformLoader, SoftwareFileMissingAndUnreadableHaveTwoTexts) {
-  TempDir dir;
-  {
-    PlatformLoader loader(dir.file("absent.spfm"), PlatformLoader::Default);
-    EXPECT_EQ(loadFailure(loader), "the software platform file does not exist");
-  }
-  {
-    PlatformLoader loader(dir.write("broken.spfm", "<not-a-software-platform/>"), PlatformLoader::Default);
-    EXPECT_EQ(loadFailure(loader), "software platform file does not exist");
+  dir.write("p/hw/b.zip", "zip");
+  const std::string partition = "<teq:reconfigurablePartition teq:id=\"0\">";
+  const std::string unreadable = "Failed to parse Hardware Platform metadata file";
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"", "hardware platform file '' does not exist"},
+      {dir.file("missing.lfa"), "hardware platform file '" + dir.file("missing.lfa") + "' does not exist"},
+      {dir.write("p/b.zdf", zdfText(zdfHw("hw", "b.zip"))),
+       "incorrect file extension - only CFA and LFA files are supported"},
+      {dir.write("junk.lfa", "not an archive"), unreadable},
+      // A partition whose hardware fails is an error; an emulation-only one
+      // fails on its empty hardware file.
+      {dir.write("p/rp.zdf",
+                 zdfText(partition + zdfHw("hw", "missing.lfa") + "</teq:reconfigurablePartition>\n")),
+       unreadable},
+      {dir.write("p/rpe.zdf",
+                 zdfText(partition + zdfEmu("hw", "e.lfa") + "</teq:reconfigurablePartition>\n")),
+       unreadable},
+      {dir.file("absent.spfm"), "the software platform file does not exist"},
+      {dir.write("broken.spfm", "<not-a-software-platform/>"), "software platform file does not exist"},
+  };
+  for (const auto& [path, text] : rows) {
+    PlatformLoader loader(path, PlatformLoader::Default);
+    EXPECT_EQ(loadFailure(loader), text) << path;
+    // After a failure the loader holds no platform; its getters stay safe.
+    EXPECT_EQ(loader.load(), nullptr);
+    EXPECT_FALSE(loader.isLoaded());
   }
 }
 

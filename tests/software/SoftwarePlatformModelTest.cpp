@@ -8,6 +8,7 @@
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSoftwarePlatformUtils.h"
 #include "platform/HTEQSystemConfig.h"
+#include "support/TestSupport.h"
 
 using Names = std::vector<std::string>;
 
@@ -48,6 +49,11 @@ TEST(HTEQSoftwarePlatform, DefaultConfigurationFollowsTheStoredNameElseTheFirst)
   EXPECT_EQ(sw.getSystemConfig(), first);
   EXPECT_EQ(sw.getDefaultSystemConfig(), first);
   EXPECT_EQ(sw.getDefaultConfigName(), "a");
+  // Without a stored name the JSON names the first configuration.
+  sw.setLinuxRootFileSystemPath("/rootfs");
+  EXPECT_EQ(zr_test::jsonText(sw).rfind(
+                "{\n    \"linuxRootFileSystemPath\": \"\\/rootfs\",\n    \"defaultConfig\": \"a\",\n", 0),
+            0u);
 
   // The stored name may be a pretty name; the answer is the stored text.
   sw.setDefaultConfigName("B config");
@@ -138,32 +144,20 @@ TEST(HTEQSystemConfig, GroupAndImageLookupsAreExactAndTheLastWins) {
   EXPECT_EQ(c->getBootImgByName("img"), laterImg);
   EXPECT_EQ(c->getBootImgByName("IMG"), nullptr);
 
-  HTEQSystemConfig::TEQProcessorGroupVec groups;
-  c->getProcessorGroups(groups);
-  EXPECT_EQ(groups.size(), 3u);
-  HTEQSystemConfig::TEQBootImgVec images;
-  c->getBootImgs(images);
-  EXPECT_EQ(images.size(), 2u);
-
   // Names recorded by name only make no group.
   c->addProcessorGroup(std::string("named"));
   Names names;
   c->getProcessorGroups(names);
   EXPECT_EQ(names, Names{"named"});
-  groups.clear();
+  HTEQSystemConfig::TEQProcessorGroupVec groups;
   c->getProcessorGroups(groups);
   EXPECT_EQ(groups.size(), 3u);
 }
 
 TEST(HTEQSoftwarePlatform, RuntimesKeepFileOrderAndMapToPrettyNames) {
   HTEQSoftwarePlatform sw;
-  EXPECT_TRUE(sw.isRuntimeSupported("OCL"));
-  EXPECT_TRUE(sw.isRuntimeSupported("opencl"));
-  EXPECT_TRUE(sw.isRuntimeSupported("Cpp"));
-  EXPECT_TRUE(sw.isRuntimeSupported("c/c++"));
-  EXPECT_FALSE(sw.isRuntimeSupported("ocl "));
-  EXPECT_FALSE(sw.isRuntimeSupported("python"));
-  EXPECT_FALSE(sw.isRuntimeSupported(""));
+  for (const char* known : {"OCL", "opencl", "Cpp", "c/c++"}) EXPECT_TRUE(sw.isRuntimeSupported(known));
+  for (const char* unknown : {"ocl ", "python", ""}) EXPECT_FALSE(sw.isRuntimeSupported(unknown));
 
   HTEQSystemConfig* a = addConfig(sw, "a", "A", {"OCL", "cpp", "ocl", "rust"});
   addConfig(sw, "b", "B", {"cpp", "java", "OCL"});
@@ -207,22 +201,19 @@ TEST(HTEQSoftwarePlatform, ConfigurationNamesByLibraryType) {
   addGroup(bare, "g2", "STANDALONE");
   addConfig(sw, "empty", "Empty");
 
-  Names names;
-  EXPECT_EQ(sw.getSystemConfigNames(names, "Static"), 3);
-  EXPECT_EQ(names, (Names{"lin", "bare", "empty"}));
-
-  names.clear();
-  EXPECT_EQ(sw.getSystemConfigNames(names, "SHARED"), 1);
-  EXPECT_EQ(names, Names{"lin"});
-
-  names.clear();
-  EXPECT_EQ(sw.getSystemConfigNames(names, "c-callable"), 2);
-  EXPECT_EQ(names, (Names{"lin", "bare"}));
-
-  names = {"kept"};
-  EXPECT_EQ(sw.getSystemConfigNames(names, "dynamic"), 1);
-  EXPECT_EQ(names, Names{"kept"});
+  const std::vector<std::pair<const char*, Names>> rows = {{"Static", {"lin", "bare", "empty"}},
+                                                           {"SHARED", {"lin"}},
+                                                           {"c-callable", {"lin", "bare"}},
+                                                           {"dynamic", {}}};
+  for (const auto& row : rows) {
+    Names names;
+    EXPECT_EQ(sw.getSystemConfigNames(names, row.first), static_cast<int>(row.second.size())) << row.first;
+    EXPECT_EQ(names, row.second) << row.first;
+  }
+  // What the vector held before is kept and counted.
+  Names names{"kept"};
   EXPECT_EQ(sw.getSystemConfigNames(names, "shared"), 2);
+  EXPECT_EQ(names, (Names{"kept", "lin"}));
 }
 
 TEST(HTEQSoftwarePlatformUtils, ConfigurationAcrossPlatformsAndItsPaths) {

@@ -6,15 +6,17 @@
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HI18N.h"
-#include "platform/HTEQBootImg.h"
 #include "platform/HTEQProcessorGroup.h"
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSoftwarePlatformXMLReader.h"
 #include "platform/HTEQSystemConfig.h"
 #include "software/TEQSoftwarePlatformLMX.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
+#include "support/TextPatch.h"
 
 using Names = std::vector<std::string>;
+using zr_test::patched;
 
 namespace {
 
@@ -49,6 +51,20 @@ std::string bootImages(const std::string& imageAttrs) {
          imageAttrs + "/>\n</teq:bootImages>\n";
 }
 
+// JSON text without its line breaks and indentation, which the writer's own
+// tests hold; what is left shows every key, value and their order.
+std::string flat(const std::string& json) {
+  std::string out;
+  for (std::size_t i = 0; i < json.size(); ++i) {
+    if (json[i] != '\n') {
+      out += json[i];
+      continue;
+    }
+    while (i + 1 < json.size() && json[i + 1] == ' ') ++i;
+  }
+  return out;
+}
+
 struct ReadResult {
   bool ok = false;
   std::string error;
@@ -68,29 +84,6 @@ class SoftwarePlatformReader : public ::testing::Test {
     return r;
   }
 
-  HTEQSystemConfig* only() {
-    HTEQSoftwarePlatform::TEQSystemConfigVec configs;
-    sw_.getSystemConfigs(configs);
-    return configs.size() == 1 ? configs.front() : nullptr;
-  }
-
-  // Expects a parse failure reported at `line`, with the message and texts it carries.
-  void expectFailureAt(const std::string& text, int line, const std::string& reasonPart = "") {
-    ComMsgCapture cap;
-    const ReadResult r = read(text);
-    EXPECT_FALSE(r.ok);
-    const std::string head =
-        "Error parsing software platform file: " + file_ + "\nLine number:" + std::to_string(line) + ". ";
-    EXPECT_EQ(r.error.substr(0, head.size()), head) << r.error;
-    EXPECT_GT(r.error.size(), head.size()) << "the reason is missing";
-    EXPECT_NE(r.error.find(reasonPart), std::string::npos) << r.error;
-    EXPECT_EQ(r.printed, r.error + "\n");
-    const ComMsg* msg = cap.find("@74-51@%s%d");
-    ASSERT_NE(msg, nullptr);
-    EXPECT_EQ(msg->args, (Names{file_, std::to_string(line)}));
-    EXPECT_EQ(msg->mask, ComMsgMask::kError);
-  }
-
   zr_test::TempDir dir_;
   std::string file_;
   HTEQSoftwarePlatform sw_;
@@ -98,6 +91,9 @@ class SoftwarePlatformReader : public ::testing::Test {
 
 }  // namespace
 
+// The JSON text of the model carries every attribute the model keeps, in its
+// key order; what it leaves out (architecture, default pointers) is asserted
+// on its own.
 TEST_F(SoftwarePlatformReader, EveryCarriedAttributeReachesTheModel) {
   const std::string os =
       " teq:hypervisorGuest=\"no\" teq:includePaths=\"/inc\" teq:libraryPaths=\"/lib\" teq:libraryNames=\"m\""
@@ -110,184 +106,129 @@ TEST_F(SoftwarePlatformReader, EveryCarriedAttributeReachesTheModel) {
       " teq:mountPath=\"/mnt\" teq:qemuDevicetree=\"dt.dtb\" teq:qemuBoot=\"qboot\" "
       "teq:qemuArguments=\"qargs\""
       " teq:hwBootBin=\"BOOT.BIN\"";
+  const std::string desc = "Gr\u00FC\u00DFe \u20AC";  // through wide strings and back
   const std::string body =
       "<teq:prebuilt teq:data=\"prebuilt/dir\"/>\n" + bootImages(image) +
       processorGroup("a53", os, " teq:architecture=\"aarch64\" teq:cpuInstance=\"cpu0\"") +
       processorGroup("r5", "");
-  const ReadResult r = read(
-      spfm(configuration("linux_cfg", body, " teq:defaultProcessorGroup=\"r5\" teq:runtimes=\"ocl,cpp\"") +
-               configuration("bare"),
-           " teq:defaultConfiguration=\"bare\""));
+  const ReadResult r =
+      read(spfm(configuration("linux_cfg", body, " teq:defaultProcessorGroup=\"r5\" teq:runtimes=\"ocl,cpp\"",
+                              "<teq:description>" + desc + "</teq:description>\n") +
+                    configuration("bare"),
+                " teq:defaultConfiguration=\"bare\""));
   ASSERT_TRUE(r.ok) << r.error;
-  EXPECT_EQ(r.error, "");
-  EXPECT_EQ(r.printed, "");
-
-  EXPECT_EQ(sw_.getDefaultConfigName(), "bare");
+  EXPECT_EQ(r.error + r.printed, "");
+  EXPECT_EQ(
+      flat(zr_test::jsonText(sw_)),
+      R"({"defaultConfig": "bare","systemConfigurations": [{"name": "linux_cfg",)"
+      R"("prettyName": "linux_cfg display","description": ")" +
+          desc +
+          R"(","defaultProcessorGroup": "r5","defaultBootImage": "standard","prebuiltData": "prebuilt\/dir",)"
+          R"("qemu": "true","processorGroups": [{"name": "a53","prettyName": "a53 display","cpuType": "cortex",)"
+          R"("cpuInstance": "cpu0","osPrettyName": "Linux","osName": "linux","osIncludePaths": "\/inc",)"
+          R"("osLibraryPaths": "\/lib","osCompilerOptions": "-O2 -g","osLinkerOptions": "-lm",)"
+          R"("osHypervisorGuest": "false","osBSPIncludePaths": "\/bspinc","osBSPLibraryPaths": "\/bsplib",)"
+          R"("osSysRoot": "\/sysroot"},{"name": "r5","prettyName": "r5 display","cpuType": "cortex",)"
+          R"("osPrettyName": "Linux","osName": "linux","osHypervisorGuest": "false"}],"bootImages": [{)"
+          R"("name": "standard","type": "sd","bif": "boot.bif","data": "img\/","rootFileSystem": "rootfs.ext4",)"
+          R"("bootMode": "sd","mountPath": "\/mnt","readMe": "readme.txt","qemuArgs": "qargs",)"
+          R"("qemuBoot": "qboot","qemuDevTree": "dt.dtb","hwBootBin": "BOOT.BIN"}],"runtimes": ["ocl","cpp"]},)"
+          R"({"name": "bare","prettyName": "bare display","description": "desc","qemu": "false"}]})");
   HTEQSoftwarePlatform::TEQSystemConfigVec configs;
   sw_.getSystemConfigs(configs);
   ASSERT_EQ(configs.size(), 2u);
-  const HTEQSystemConfig* c = configs[0];
   EXPECT_EQ(sw_.getDefaultSystemConfig(), configs[1]);
-  EXPECT_EQ((Names{c->getName(), c->getPrettyName(), c->getDesc(), c->getPrebuiltData(),
-                   c->getDefaultProcGrpName()}),
-            (Names{"linux_cfg", "linux_cfg display", "desc", "prebuilt/dir", "r5"}));
-  Names runtimes;
-  c->getRuntimes(runtimes);
-  EXPECT_EQ(runtimes, (Names{"ocl", "cpp"}));
-  EXPECT_TRUE(c->isQemuSupported());
-
-  HTEQSystemConfig::TEQProcessorGroupVec groups;
-  c->getProcessorGroups(groups);
-  ASSERT_EQ(groups.size(), 2u);
-  const HTEQProcessorGroup* g = groups[0];
-  EXPECT_EQ((Names{g->getName(), g->getPrettyName(), g->getCpuType(), g->getArch(), g->getCpuInstance(),
-                   g->getOSName(), g->getOSPrettyName(), g->getIncludePaths(), g->getLibraryPaths(),
-                   g->getSysRoot(), g->getBSPLibraryPaths(), g->getBSPIncludePaths(), g->getCompilerOptions(),
-                   g->getLinkerOptions()}),
-            (Names{"a53", "a53 display", "cortex", "aarch64", "cpu0", "linux", "Linux", "/inc", "/lib",
-                   "/sysroot", "/bsplib", "/bspinc", "-O2 -g", "-lm"}));
-  EXPECT_FALSE(g->IsHypervisorGuest());
-  EXPECT_EQ((Names{groups[1]->getArch(), groups[1]->getIncludePaths()}), (Names{"", ""}));
-
-  HTEQSystemConfig::TEQBootImgVec images;
-  c->getBootImgs(images);
-  ASSERT_EQ(images.size(), 1u);
-  const HTEQBootImg* b = images[0];
-  EXPECT_EQ(c->getDefaultBootImgName(), "standard");
-  EXPECT_EQ((Names{b->getName(), b->getType(), b->getBif(), b->getImgData(), b->getBootMode(), b->getRootFS(),
-                   b->getMountPath(), b->getReadMe(), b->getQemuDevTree(), b->getQemuBoot(), b->getQemuArgs(),
-                   b->getHwBootBin()}),
-            (Names{"standard", "sd", "boot.bif", "img/", "sd", "rootfs.ext4", "/mnt", "readme.txt", "dt.dtb",
-                   "qboot", "qargs", "BOOT.BIN"}));
-
-  // The second configuration has none of the optional parts.
-  const HTEQSystemConfig* bare = configs[1];
-  EXPECT_EQ((Names{bare->getPrebuiltData(), bare->getDefaultProcGrpName(), bare->getDefaultBootImgName()}),
-            (Names{"", "", ""}));
-  runtimes.clear();
-  bare->getRuntimes(runtimes);
-  EXPECT_TRUE(runtimes.empty());
+  EXPECT_EQ(configs[0]->getProcGrpByName("a53")->getArch(), "aarch64");
+  EXPECT_EQ(configs[0]->getProcGrpByName("r5")->getArch(), "");
 }
 
-TEST_F(SoftwarePlatformReader, QemuSupportFollowsFromTheImage) {
-  const ReadResult r = read(spfm(configuration("none") + configuration("plain", bootImages("")) +
-                                 configuration("boot", bootImages(" teq:qemuBoot=\"q\"")) +
-                                 configuration("args", bootImages(" teq:qemuArguments=\"\"")) +
-                                 configuration("dt", bootImages(" teq:qemuDevicetree=\"d\""))));
+TEST_F(SoftwarePlatformReader, DerivedValuesFollowTheAttributes) {
+  const struct {
+    const char* name;
+    std::string body;
+    std::string attrs;
+    bool qemu;
+    Names runtimes;
+  } rows[] = {
+      {"none", "", "", false, {}},
+      {"plain", bootImages(""), " teq:runtimes=\"ocl,cpp\"", false, {"ocl", "cpp"}},
+      {"boot", bootImages(" teq:qemuBoot=\"q\""), " teq:runtimes=\"ocl,,cpp\"", true, {"ocl", "", "cpp"}},
+      // A qemu attribute counts when set, even to the empty text.
+      {"args", bootImages(" teq:qemuArguments=\"\""), " teq:runtimes=\"\"", true, {""}},
+      {"dt", bootImages(" teq:qemuDevicetree=\"d\""), " teq:runtimes=\"ocl, cpp\"", true, {"ocl", " cpp"}},
+  };
+  std::string configs;
+  for (const auto& row : rows) configs += configuration(row.name, row.body, row.attrs);
+  const std::string guests = processorGroup("upper", " teq:hypervisorGuest=\"YES\"") +
+                             processorGroup("mixed", " teq:hypervisorGuest=\"yEs\"") +
+                             processorGroup("truth", " teq:hypervisorGuest=\"true\"") +
+                             processorGroup("unset", "");
+  const ReadResult r =
+      read(spfm(configs + configuration("groups", guests), " teq:defaultConfiguration=\"x\""));
   ASSERT_TRUE(r.ok) << r.error;
-  HTEQSystemConfig::TEQBootImgVec images;
-  sw_.getSystemConfigByName("none")->getBootImgs(images);
-  EXPECT_TRUE(images.empty());
-  // Set, even to the empty text ("args"), counts.
-  for (const auto& c : std::vector<std::pair<const char*, bool>>{
-           {"none", false}, {"plain", false}, {"boot", true}, {"args", true}, {"dt", true}})
-    EXPECT_EQ(sw_.getSystemConfigByName(c.first)->isQemuSupported(), c.second) << c.first;
-}
-
-TEST_F(SoftwarePlatformReader, HypervisorGuestIsTheWordYesInAnyCase) {
-  const ReadResult r = read(spfm(configuration(
-      "c", processorGroup("upper", " teq:hypervisorGuest=\"YES\"") +
-               processorGroup("mixed", " teq:hypervisorGuest=\"yEs\"") +
-               processorGroup("truth", " teq:hypervisorGuest=\"true\"") + processorGroup("unset", ""))));
-  ASSERT_TRUE(r.ok) << r.error;
-  const HTEQSystemConfig* c = only();
-  ASSERT_NE(c, nullptr);
+  for (const auto& row : rows) {
+    const HTEQSystemConfig* c = sw_.getSystemConfigByName(row.name);
+    EXPECT_EQ(c->isQemuSupported(), row.qemu) << row.name;
+    Names runtimes;
+    c->getRuntimes(runtimes);
+    EXPECT_EQ(runtimes, row.runtimes) << row.name;
+  }
+  // A configuration whose only runtime is empty names a runtime, none supported.
+  EXPECT_FALSE(sw_.isSystemConfigSupported("args"));
+  // A default that names no configuration falls back to the first.
+  EXPECT_EQ(sw_.getDefaultSystemConfig()->getName(), "none");
+  EXPECT_EQ(sw_.getDefaultConfigName(), "x");
+  // A hypervisor guest is the word "yes" in any case.
+  const HTEQSystemConfig* groups = sw_.getSystemConfigByName("groups");
   for (const auto& g : std::vector<std::pair<const char*, bool>>{
            {"upper", true}, {"mixed", true}, {"truth", false}, {"unset", false}})
-    EXPECT_EQ(c->getProcGrpByName(g.first)->IsHypervisorGuest(), g.second) << g.first;
+    EXPECT_EQ(groups->getProcGrpByName(g.first)->IsHypervisorGuest(), g.second) << g.first;
 }
 
-TEST_F(SoftwarePlatformReader, RuntimesSplitAtEveryComma) {
-  const ReadResult r = read(spfm(configuration("two", "", " teq:runtimes=\"ocl,cpp\"") +
-                                 configuration("gap", "", " teq:runtimes=\"ocl,,cpp\"") +
-                                 configuration("blank", "", " teq:runtimes=\"\"") +
-                                 configuration("spaced", "", " teq:runtimes=\"ocl, cpp\"")));
-  ASSERT_TRUE(r.ok) << r.error;
-  auto runtimesOf = [this](const std::string& name) {
-    Names out;
-    sw_.getSystemConfigByName(name)->getRuntimes(out);
-    return out;
+// Each failure is reported at its line (1 declaration, 2 root, 3 description,
+// 4 systemConfigurations, 5 configuration), as message "@74-51@%s%d" and as
+// the error text, which is also printed.
+TEST_F(SoftwarePlatformReader, InvalidDocumentsFailWithTheirLine) {
+  const std::string good = spfm(configuration("c"));
+  const struct {
+    std::string text;
+    int line;
+    const char* reason;
+  } rows[] = {
+      {spfm(configuration("c", "", "", "")), 5, "configuration"},  // no description
+      {patched(good, "teq:name=\"c\" ", ""), 5, "configuration"},
+      {spfm(configuration("c", "<teq:unknown/>\n")), 7, ""},
+      {spfm(configuration("c", processorGroup("g", "") + "<teq:prebuilt teq:data=\"d\"/>\n")), 10, ""},
+      {spfm(configuration("c", "<teq:prebuilt teq:data=\"a\"/>\n<teq:prebuilt teq:data=\"b\"/>\n")), 8, ""},
+      {spfm(configuration("c", "<teq:prebuilt/>\n")), 7, "prebuilt"},
+      {spfm(configuration("c", processorGroup("g", " teq:colour=\"red\""))), 8, ""},
+      {spfm(""), 4, "systemConfigurations"},
+      {spfm(configuration("c", "<teq:bootImages teq:default=\"x\">\n</teq:bootImages>\n")), 7, ""},
+      {patched(good, "teq:version=\"1.0\"", "teq:version=\"one\""), 2, "version"},
+      {patched(good, "teq:vendor=\"acme\" ", ""), 2, "platform"},
+      {patched(good, "urn:teq:platform", "urn:teq:other"), 2, ""},
   };
-  EXPECT_EQ(runtimesOf("two"), (Names{"ocl", "cpp"}));
-  EXPECT_EQ(runtimesOf("gap"), (Names{"ocl", "", "cpp"}));
-  EXPECT_EQ(runtimesOf("blank"), Names{""});
-  EXPECT_EQ(runtimesOf("spaced"), (Names{"ocl", " cpp"}));
-  // A configuration whose only runtime is empty names a runtime, none supported.
-  EXPECT_FALSE(sw_.isSystemConfigSupported("blank"));
-}
-
-TEST_F(SoftwarePlatformReader, UnknownDefaultConfigurationFallsBackToTheFirst) {
-  const ReadResult r =
-      read(spfm(configuration("first") + configuration("second"), " teq:defaultConfiguration=\"third\""));
-  ASSERT_TRUE(r.ok) << r.error;
-  EXPECT_EQ(sw_.getDefaultSystemConfig()->getName(), "first");
-  EXPECT_EQ(sw_.getDefaultConfigName(), "third");
-}
-
-TEST_F(SoftwarePlatformReader, NonAsciiTextSurvivesTheWayThroughWideStrings) {
-  const ReadResult r = read(spfm(configuration("c", "", "",
-                                               "<teq:description>Gr\xC3\xBC\xC3\x9F"
-                                               "e \xE2\x82\xAC</teq:description>\n")));
-  ASSERT_TRUE(r.ok) << r.error;
-  EXPECT_EQ(only()->getDesc(),
-            "Gr\xC3\xBC\xC3\x9F"
-            "e \xE2\x82\xAC");
-}
-
-TEST_F(SoftwarePlatformReader, StructuralErrorsFailWithTheirLine) {
-  // Line 1 declaration, 2 root, 3 description, 4 systemConfigurations, 5 configuration.
-  expectFailureAt(spfm(configuration("c", "", "", "")), 5, "configuration");  // description missing
-  expectFailureAt(
-      spfm("<teq:configuration teq:displayName=\"x\">\n<teq:description/>\n</teq:configuration>\n"), 5,
-      "configuration");  // name missing
-  expectFailureAt(spfm(configuration("c", "<teq:unknown/>\n")), 7);
-  expectFailureAt(spfm(configuration("c", processorGroup("g", "") + "<teq:prebuilt teq:data=\"d\"/>\n")), 10);
-  expectFailureAt(
-      spfm(configuration("c", "<teq:prebuilt teq:data=\"a\"/>\n<teq:prebuilt teq:data=\"b\"/>\n")), 8);
-  expectFailureAt(spfm(configuration("c", "<teq:prebuilt/>\n")), 7, "prebuilt");
-  expectFailureAt(spfm(configuration("c", processorGroup("g", " teq:colour=\"red\""))), 8);
-  expectFailureAt(spfm(""), 4, "systemConfigurations");  // no configuration at all
-  expectFailureAt(spfm(configuration("c", "<teq:bootImages teq:default=\"x\">\n</teq:bootImages>\n")), 7);
-}
-
-TEST_F(SoftwarePlatformReader, RootErrorsFail) {
-  std::string badVersion = spfm(configuration("c"));
-  badVersion.replace(badVersion.find("teq:version=\"1.0\""), 17, "teq:version=\"one\"");
-  expectFailureAt(badVersion, 2, "version");
-
-  std::string noVendor = spfm(configuration("c"));
-  noVendor.replace(noVendor.find("teq:vendor=\"acme\" "), 18, "");
-  expectFailureAt(noVendor, 2, "platform");
-
-  std::string otherNamespace = spfm(configuration("c"));
-  otherNamespace.replace(otherNamespace.find("urn:teq:platform"), 16, "urn:teq:other");
-  expectFailureAt(otherNamespace, 2);
-
-  expectFailureAt("<?xml version=\"1.0\"?>\n<teq:platform xmlns:teq=\"urn:teq:platform\">\n<oops>\n", 4);
-  expectFailureAt("", 1, "empty");
-}
-
-TEST_F(SoftwarePlatformReader, MissingFileThrowsAndAVanishedOneFails) {
-  HTEQSoftwarePlatform sw;
-  const std::string missing = dir_.file("none.spfm");
-  try {
-    HTEQSoftwarePlatformXMLReader reader(missing, &sw);
-    FAIL() << "no exception";
-  } catch (const HEXFileNotFoundException& e) {
-    EXPECT_EQ(e.getFileName(), missing);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.text);
+    ComMsgCapture cap;
+    const ReadResult r = read(row.text);
+    EXPECT_FALSE(r.ok);
+    const std::string head =
+        "Error parsing software platform file: " + file_ + "\nLine number:" + std::to_string(row.line) + ". ";
+    EXPECT_EQ(r.error.substr(0, head.size()), head);
+    EXPECT_GT(r.error.size(), head.size()) << "the reason is missing";
+    EXPECT_NE(r.error.find(row.reason), std::string::npos) << r.error;
+    EXPECT_EQ(r.printed, r.error + "\n");
+    const ComMsg* msg = cap.find("@74-51@%s%d");
+    ASSERT_NE(msg, nullptr);
+    EXPECT_EQ(msg->args, (Names{file_, std::to_string(row.line)}));
+    EXPECT_EQ(msg->mask, ComMsgMask::kError);
   }
-
-  // A directory exists but is no document.
-  ComMsgCapture cap;
-  HTEQSoftwarePlatformXMLReader reader(dir_.path(), &sw);
-  ::testing::internal::CaptureStdout();
-  EXPECT_FALSE(reader.parseFile());
-  ::testing::internal::GetCapturedStdout();
-  EXPECT_TRUE(cap.has("@74-51@%s%d"));
-  EXPECT_NE(reader.getErrorMsg(), "");
 }
 
-TEST_F(SoftwarePlatformReader, ErrorTextIsClearedByASuccessfulParse) {
+TEST_F(SoftwarePlatformReader, MissingFileThrowsAndASuccessfulParseClearsTheError) {
+  EXPECT_THROW_MSG(HTEQSoftwarePlatformXMLReader(dir_.file("none.spfm"), &sw_), HEXFileNotFoundException,
+                   dir_.file("none.spfm"));
   ComMsgCapture cap;
   const std::string path = dir_.write("again.spfm", "<broken");
   HTEQSoftwarePlatformXMLReader reader(path, &sw_);
@@ -299,18 +240,16 @@ TEST_F(SoftwarePlatformReader, ErrorTextIsClearedByASuccessfulParse) {
   EXPECT_TRUE(reader.parseFile());
   EXPECT_EQ(reader.getErrorMsg(), "");
 }
-
 TEST(TEQSoftwarePlatformRecords, KeepSetFlagsAndWriteBackInFormatOrder) {
   using namespace TEQSoftwarePlatform;
   const std::string text =
-      spfm(configuration("c",
-                         bootImages(" teq:hwBootBin=\"B\" teq:type=\"t\"") +
-                             processorGroup("g", " teq:toolConfig=\"tc\" teq:hypervisorGuest=\"\""),
-                         " teq:runtimes=\"ocl\""),
-           " teq:defaultConfiguration=\"c\"");
-  std::string spaced = text;
-  spaced.replace(spaced.find("teq:version=\"1.0\""), 17, "teq:version=\" 1.10 \" teq:schemaVersion=\"2\"");
-  const Platform p = unmarshalString(spaced, "mem.spfm");
+      patched(spfm(configuration("c",
+                                 bootImages(" teq:hwBootBin=\"B\" teq:type=\"t\"") +
+                                     processorGroup("g", " teq:toolConfig=\"tc\" teq:hypervisorGuest=\"\""),
+                                 " teq:runtimes=\"ocl\""),
+                   " teq:defaultConfiguration=\"c\""),
+              "teq:version=\"1.0\"", "teq:version=\" 1.10 \" teq:schemaVersion=\"2\"");
+  const Platform p = unmarshalString(text, "mem.spfm");
   EXPECT_EQ(p.GetVersion().get_as_string(), "1.10");
   EXPECT_EQ(p.GetSchemaVersion().get_as_string(), "2");
   EXPECT_EQ(HI18N::convert(p.GetDescription()), "A software platform");
