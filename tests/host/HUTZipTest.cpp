@@ -515,7 +515,8 @@ TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {
   // A file is read whole up to its limit, and refused one byte past it.
   const std::string file = dir.write("f", "0123456789");
   EXPECT_EQ(HUTFile::readAll(file, 10), "0123456789");
-  EXPECT_NE(
-      zr_test::thrownText<HEXDataException>([&] { HUTFile::readAll(file, 9, "test limit"); }).find("test limit of 9"),
-      std::string::npos);
+  EXPECT_NE(zr_test::thrownText<HEXDataException>([&] {
+              HUTFile::readAll(file, 9, "test limit");
+            }).find("test limit of 9"),
+            std::string::npos);
 }

@@ -32,8 +32,7 @@ void put32(std::string& s, std::size_t at, std::uint32_t v) {
 
 }  // namespace
 
-void makeZip(const std::string& path, const ZipMembers& members,
-             const std::string& comment) {
+void makeZip(const std::string& path, const ZipMembers& members, const std::string& comment) {
   int error = 0;
   zip_t* za = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
   if (!za) throw std::runtime_error("makeZip: cannot open " + path);

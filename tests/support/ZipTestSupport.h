@@ -14,8 +14,7 @@ using ZipMembers = std::vector<std::pair<std::string, std::string>>;
 // Writes a zip archive straight through libzip, bypassing the archive layer's
 // checks, so that tests can build archives the layer itself would refuse.
 // Members are deflated; a name ending in "/" makes a directory entry.
-void makeZip(const std::string& path, const ZipMembers& members,
-             const std::string& comment = "");
+void makeZip(const std::string& path, const ZipMembers& members, const std::string& comment = "");
 
 // Replaces every occurrence of `from` in the file by `to` (same length);
 // returns how many were replaced.
