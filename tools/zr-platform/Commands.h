@@ -1,0 +1,30 @@
+#ifndef TOOLS_ZR_PLATFORM_COMMANDS_H
+#define TOOLS_ZR_PLATFORM_COMMANDS_H
+
+// The tool's subcommands, one group per file. Each group adds its subcommands
+// to the application and, for each, what it does once parsed: it writes its
+// result alone to `out` and returns the exit status (ExitCode).
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <ostream>
+#include <vector>
+
+namespace zr_cli {
+
+struct Command {
+  CLI::App* app;
+  std::function<int(std::ostream& out)> run;
+};
+using Commands = std::vector<Command>;
+
+// json, short (PlatformCommands.cpp)
+void addPlatformCommands(CLI::App& app, Commands& commands);
+// members, extract (ArchiveCommands.cpp)
+void addArchiveCommands(CLI::App& app, Commands& commands);
+// gen-sample (SampleCommands.cpp)
+void addSampleCommands(CLI::App& app, Commands& commands);
+
+}  // namespace zr_cli
+
+#endif
