@@ -122,6 +122,12 @@ class ZR_PLATFORM_API zip_ostream : public std::ostream {
   bool open_ = false;
 };
 
+// What is left of `in`, read as metadata: at most the environment's metadata
+// size limit (HUTEnv::getMaxMetadataSize), past which HEXDataException names
+// `name` and the limit. Reading stops early, as the stream does, when `in`
+// fails; the caller tells a damaged member by in.bad().
+ZR_PLATFORM_API std::string read_metadata(std::istream& in, const std::string& name);
+
 namespace zip {
 // True when the archive has a member of this name (not a directory entry).
 ZR_PLATFORM_API bool is_file(const std::string& archive, const std::string& member);

@@ -11,6 +11,7 @@
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 #include "support/ZipTestSupport.h"
 
@@ -195,6 +196,15 @@ TEST(ZipStreams, DamagedOrOversizedMembersFailTheStreamWithoutACrash) {
   isl_io::zip_istream big("cfa.json", bomb);
   EXPECT_FALSE(big.is_open());
   EXPECT_NE(big.error().find("limit"), std::string::npos) << big.error();
+
+  // Read as metadata, a member stops at the metadata size limit, which is
+  // below the member limit.
+  makeZip(bomb, {{"cfa.json", std::string(4000, ' ')}});
+  const zr_test::ScopedReadLimits metadata(3999, 0);
+  isl_io::zip_istream meta("cfa.json", bomb);
+  ASSERT_TRUE(meta.is_open());
+  EXPECT_THROW_MSG(isl_io::read_metadata(meta, "cfa.json"), HEXDataException,
+                   "cfa.json: beyond the metadata size limit of 3999 bytes");
 }
 
 TEST(ZipStreams, FilterThreeUnpacksAPackedMemberAndOtherFiltersDoNot) {

@@ -11,6 +11,7 @@
 #include "ZrZipArchive.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "host/HUTZip.h"
@@ -183,6 +184,21 @@ bool is_file(const std::string& archive, const std::string& member) {
 }
 
 }  // namespace zip
+
+std::string read_metadata(std::istream& in, const std::string& name) {
+  const unsigned long long limit = HUTEnv::instance().getMaxMetadataSize();
+  std::string content;
+  // The buffer lives on the heap: a host may call in on a thread with a small stack.
+  std::vector<char> buffer(64 * 1024);
+  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0) {
+    content.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
+    if (content.size() > limit)
+      throw HEXDataException(name + ": beyond the metadata size limit of " + std::to_string(limit) +
+                             " bytes");
+    if (!in) break;
+  }
+  return content;
+}
 
 }  // namespace iostreams
 }  // namespace isl

@@ -40,9 +40,5 @@ std::string HTEQEmulationCfaMember::read(const std::string& archive, const std::
   // A failure of the member source (damaged data, a member beyond the size
   // limit) is rethrown as it was raised instead of ending the read quietly.
   in.exceptions(std::ios_base::badbit);
-  std::string content;
-  char buffer[65536];
-  while (in.read(buffer, sizeof buffer) || in.gcount() > 0)
-    content.append(buffer, static_cast<std::size_t>(in.gcount()));
-  return content;
+  return isl::iostreams::read_metadata(in, name);
 }

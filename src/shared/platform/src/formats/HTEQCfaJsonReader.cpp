@@ -222,7 +222,7 @@ bool HTEQCfaJsonReader::parseMember_(const std::string& archive, const std::stri
         ZR_SEND_MSG("@74-67@%s%s", ComMsgMask::kCriticalWarning, member, archive);
         return false;
       }
-      content.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+      content = isl::iostreams::read_metadata(in, member);
       if (in.bad()) throw HEXDataException(in.error().empty() ? "the member cannot be read" : in.error());
     } else {
       HUTZip::readMember(archive, member, content);

@@ -102,11 +102,11 @@ bool HTEQCfaXmlReader::readMember_(const std::string& member, std::string& conte
   boost::iostreams::filtering_istream in;
   in.push(source);
   // A damaged member stops the read with badbit; what was read so far is dropped.
-  // The buffer lives on the heap: a host may call in on a thread with a small stack.
-  std::vector<char> buffer(64 * 1024);
-  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0) {
-    content.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
-    if (!in) break;
+  try {
+    content = isl::iostreams::read_metadata(in, member);
+  } catch (const HEXAll& e) {
+    if (why != nullptr) *why = e.getText();
+    return false;
   }
   if (in.bad()) {
     content.clear();
