@@ -72,7 +72,8 @@ class Cli : public ::testing::Test {
 TEST_F(Cli, UsageErrorsExitWithTwoAndOneLine) {
   for (const char* args :
        {"", "--bogus json x", "json", "gen-sample d --count 0", "--tool-version 2026 json x", "frobnicate",
-        "--tool-version 99999999999.1 json x", "--tool-version 1.99999999999 json x"}) {
+        "--tool-version 99999999999.1 json x", "--tool-version 1.99999999999 json x",
+        "--metadata-limit 0 json x", "--ratio-limit -1 json x"}) {
     SCOPED_TRACE(args);
     const Outcome r = run(dir_, args);
     EXPECT_EQ(r.status, 2);
@@ -230,6 +231,10 @@ TEST_F(Cli, EnvironmentOptionsAreAccepted) {
       dir_, "--app-root /opt/tools/selbrook --tmp-dir " + dir_.path() + " --tool-version 2027.2 json " + f);
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, entryPoint(hteq_get_platform_json, f));
+  // A document past the metadata size limit is refused with the limit's sentence.
+  const Outcome limited = run(dir_, "--metadata-limit 100 --ratio-limit 0 json " + f);
+  EXPECT_EQ(limited.status, 1);
+  EXPECT_NE(limited.err.find("metadata size limit of 100 bytes"), std::string::npos) << limited.err;
 }
 
 TEST_F(Cli, MembersAndExtractWorkOnArchives) {

@@ -45,11 +45,25 @@ int main(int argc, char** argv) {
 
   std::vector<std::string> appRoots;
   std::string tmpDir;
+  unsigned long long metadataLimit = 0;
+  unsigned ratioLimit = 0;
+  bool ratioGiven = false;
   std::string toolVersion;
   app.add_option("--app-root", appRoots,
                  "Application root of the tool (repeatable; the first is the main one). "
                  "Default: ZR_PLATFORM_APP_ROOTS");
   app.add_option("--tmp-dir", tmpDir, "Temporary directory. Default: TMPDIR or /tmp");
+  app.add_option("--metadata-limit", metadataLimit,
+                 "Largest metadata member or XML document read, in bytes. Default: 64 MiB")
+      ->check(CLI::Range(1ULL, 1ULL << 40));
+  app.add_option_function<unsigned>(
+         "--ratio-limit",
+         [&](const unsigned& r) {
+           ratioLimit = r;
+           ratioGiven = true;
+         },
+         "Largest compression ratio of an archive member over 1 MiB (0: none). Default: 200")
+      ->check(CLI::Range(0U, 1000000U));
   app.add_option("--tool-version", toolVersion, "Tool version as MAJOR.MINOR. Default: this build's")
       ->check(CLI::Validator([](std::string& v) { return checkToolVersion(v); }, "MAJOR.MINOR"));
 
@@ -70,6 +84,8 @@ int main(int argc, char** argv) {
   HUTEnv& env = HUTEnv::instance();
   if (!appRoots.empty()) env.setAppRoots(appRoots);
   if (!tmpDir.empty()) env.setTmpDir(tmpDir);
+  if (metadataLimit != 0) env.setMaxMetadataSize(metadataLimit);
+  if (ratioGiven) env.setMaxCompressionRatio(ratioLimit);
   if (!toolVersion.empty()) {
     const auto dot = toolVersion.find('.');
     env.setVersion(std::stoi(toolVersion.substr(0, dot)), std::stoi(toolVersion.substr(dot + 1)));
