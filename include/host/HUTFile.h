@@ -16,6 +16,12 @@ class ZR_PLATFORM_API HUTFile {
   static bool isReadable(const std::string& path);
   // "/" on every system this library runs on.
   static std::string getSeparator();
+  static std::string getDirSeparator() { return getSeparator(); }
+  // The directory part of the path, lexically: "a/b/c.zdf" gives "a/b".
+  static std::string getParent(const std::string& path);
+  // The path made absolute against the current directory, lexically
+  // normalised; links are not resolved.
+  static std::string getFullPath(const std::string& path);
   // The absolute path with "." and ".." resolved and symbolic links followed as
   // far as the path exists; the file itself need not exist.
   static std::string getCanonicalName(const std::string& path);

@@ -71,6 +71,7 @@ int main(int argc, char** argv) {
   zr_cli::addPlatformCommands(app, commands);
   zr_cli::addArchiveCommands(app, commands);
   zr_cli::addSampleCommands(app, commands);
+  zr_cli::addRepoCommands(app, commands);
 
   try {
     app.parse(argc, argv);

@@ -41,6 +41,13 @@ bool HUTFile::isReadable(const std::string& path) {
 
 std::string HUTFile::getSeparator() { return "/"; }
 
+std::string HUTFile::getParent(const std::string& path) { return fs::path(path).parent_path().string(); }
+
+std::string HUTFile::getFullPath(const std::string& path) {
+  if (path.empty()) return path;
+  return fs::absolute(path).lexically_normal().string();
+}
+
 std::string HUTFile::getCanonicalName(const std::string& path) {
   if (path.empty()) return path;
   // A path that exists resolves in one pass of the C library (platform loads

@@ -1,0 +1,9 @@
+#include "platform/PlatformRepoService.h"
+
+namespace teq {
+namespace platform {
+
+PlatformRepoService::~PlatformRepoService() = default;
+
+}  // namespace platform
+}  // namespace teq
