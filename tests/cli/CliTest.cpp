@@ -272,3 +272,25 @@ TEST_F(Cli, MembersAndExtractWorkOnArchives) {
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.err, "zr-platform: " + dir_.file("absent.lfa") + ": no such file\n");
 }
+
+TEST_F(Cli, FindAndPlatformsWalkARepository) {
+  const std::string repo = dir_.file("repo");
+  ASSERT_EQ(run(dir_, "gen-sample " + repo + " --scale 0.1").status, 0);
+  const Outcome found = run(dir_, "find acme_DC --no-defaults --dir " + repo);
+  EXPECT_EQ(found.status, 0) << found.err;
+  EXPECT_EQ(found.out, repo + "/acme_dc/acme_dc.zdf\n");
+  const Outcome missing = run(dir_, "find nothing --no-defaults --dir " + repo);
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.out, "");
+
+  const Outcome all = run(dir_, "platforms " + repo);
+  EXPECT_EQ(all.status, 0) << all.err;
+  EXPECT_EQ(lines(all.out), 7) << all.out;
+  EXPECT_NE(all.out.find("descriptor\t" + repo + "/acme_dc/acme_dc.zdf\n"), std::string::npos) << all.out;
+  const Outcome loose = run(dir_, "platforms --hardware-only " + repo);
+  EXPECT_EQ(loose.status, 0);
+  EXPECT_EQ(loose.out.find("descriptor"), std::string::npos) << loose.out;
+  EXPECT_NE(loose.out.find("hardware\t" + repo + "/acme_card/acme_card.lfa\n"), std::string::npos)
+      << loose.out;
+  EXPECT_EQ(run(dir_, "platforms " + dir_.file("nothing")).status, 1);
+}
