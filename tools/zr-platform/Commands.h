@@ -24,6 +24,8 @@ void addPlatformCommands(CLI::App& app, Commands& commands);
 void addArchiveCommands(CLI::App& app, Commands& commands);
 // gen-sample (SampleCommands.cpp)
 void addSampleCommands(CLI::App& app, Commands& commands);
+// query, keys, dict, doc, spec (ServiceCommands.cpp)
+void addServiceCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 
