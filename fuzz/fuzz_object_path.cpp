@@ -43,7 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Tree node = objects.getNodeByPath(document, path, nodeFound);
     if (nodeFound != found) std::abort();
     // Without a legacy root to substitute, the walk and the check agree.
-    if (!path.empty() && !document.empty() && !NativeObjectService::isLegacyHwPlatformPath(path) &&
+    if (!path.empty() && !document.empty() &&
+        !NativeObjectService::isLegacyHwPlatformPath(NativeObjectService::removeArrayMarkers(path)) &&
         objects.hasNodeAtPath(document, path) != found)
       std::abort();
   } catch (const boost::property_tree::json_parser_error&) {
