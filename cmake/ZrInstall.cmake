@@ -8,6 +8,7 @@ install(TARGETS zr_platform EXPORT zr_platformTargets
 install(DIRECTORY include/platform include/host DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY schemas/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zr_platform/schemas)
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zr_platform/data)
+install(FILES data/platform_keys_doc.json DESTINATION ${CMAKE_INSTALL_DATADIR}/zr_platform/platforms)
 install(EXPORT zr_platformTargets NAMESPACE zr_platform::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zr_platform)
 

@@ -26,6 +26,8 @@ void addArchiveCommands(CLI::App& app, Commands& commands);
 void addSampleCommands(CLI::App& app, Commands& commands);
 // find, platforms (RepoCommands.cpp)
 void addRepoCommands(CLI::App& app, Commands& commands);
+// query, keys, dict, doc, spec (ServiceCommands.cpp)
+void addServiceCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 

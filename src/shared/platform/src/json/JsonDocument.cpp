@@ -440,13 +440,11 @@ std::string readText(std::istream& in, const std::string& name) {
   return text;
 }
 
-void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth) {
-  // The parser keeps to the depth limit itself, so a text it takes is no
-  // deeper than allowed.
-  if (doc.parse(text, maxDepth)) return;
-  // Otherwise nesting is measured first, so that a hostile document is
-  // refused with the same message whatever else is wrong with it (and the
-  // recursive reference parser never sees it).
+namespace {
+
+// True when some object or array of the text lies more than maxDepth levels
+// deep, counting brackets outside strings.
+bool nestedDeeperThan(const std::string& text, unsigned maxDepth) {
   unsigned depth = 0;
   bool inString = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -461,12 +459,28 @@ void readDocument(const std::string& text, Document& doc, const std::string& nam
     if (c == '"') {
       inString = true;
     } else if (c == '{' || c == '[') {
-      if (++depth > maxDepth)
-        throw HEXDataException(name + ": JSON nested deeper than " + std::to_string(maxDepth) + " levels");
+      if (++depth > maxDepth) return true;
     } else if ((c == '}' || c == ']') && depth > 0) {
       --depth;
     }
   }
+  return false;
+}
+
+std::string depthMessage(unsigned maxDepth) {
+  return "JSON nested deeper than " + std::to_string(maxDepth) + " levels";
+}
+
+}  // namespace
+
+void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth) {
+  // The parser keeps to the depth limit itself, so a text it takes is no
+  // deeper than allowed.
+  if (doc.parse(text, maxDepth)) return;
+  // Otherwise nesting is measured first, so that a hostile document is
+  // refused with the same message whatever else is wrong with it (and the
+  // recursive reference parser never sees it).
+  if (nestedDeeperThan(text, maxDepth)) throw HEXDataException(name + ": " + depthMessage(maxDepth));
   // Malformed text (or a form only the reference parser takes): its parser
   // says what is wrong, with the line.
   Tree tree;
@@ -477,6 +491,22 @@ void readDocument(const std::string& text, Document& doc, const std::string& nam
     throw HEXDataException(name + ":" + std::to_string(e.line()) + ": " + e.message());
   }
   doc.assign(tree);
+}
+
+void parseTree(const std::string& text, Tree& tree, unsigned maxDepth, const std::string& name) {
+  Document doc;
+  if (doc.parse(text, maxDepth)) {
+    Tree result;
+    doc.toTree(result);
+    tree.swap(result);
+    return;
+  }
+  if (nestedDeeperThan(text, maxDepth))
+    throw boost::property_tree::json_parser_error(depthMessage(maxDepth), name, 0);
+  Tree result;
+  std::istringstream in(text);
+  boost::property_tree::read_json(in, result);
+  tree.swap(result);
 }
 
 }  // namespace zr_json

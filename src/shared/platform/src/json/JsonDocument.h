@@ -119,6 +119,15 @@ std::string readText(std::istream& in, const std::string& name);
 void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth);
 void readDocument(std::string&& text, Document& doc, const std::string& name, unsigned maxDepth) = delete;
 
+// Parses JSON text into `tree` (replacing what it held) with the property
+// tree parser's own error: boost::property_tree::json_parser_error for text
+// nested deeper than `maxDepth` (a message naming the limit, checked before the
+// recursive reference parser could see it) and, for anything else it refuses,
+// the reference parser's message and line. This is how the query services and
+// the policy list read JSON handed to them; `name` becomes the error's file name.
+void parseTree(const std::string& text, boost::property_tree::ptree& tree, unsigned maxDepth,
+               const std::string& name = std::string());
+
 }  // namespace zr_json
 
 #endif
