@@ -26,6 +26,7 @@ void addArchiveCommands(CLI::App& app, Commands& commands);
 void addSampleCommands(CLI::App& app, Commands& commands);
 // find, platforms (RepoCommands.cpp)
 void addRepoCommands(CLI::App& app, Commands& commands);
+void addQueryCommands(CLI::App& app, Commands& commands);  // lookup, info (QueryCommands.cpp)
 
 }  // namespace zr_cli
 
