@@ -34,6 +34,15 @@ class ZR_PLATFORM_API HTEQSoftwarePlatformUtils {
   static std::string getLibraryPaths(const std::vector<HTEQSoftwarePlatform*>& candidates,
                                      const std::string& configName, const std::string& procGrpName,
                                      const std::string& osName);
+
+  // The same lookups over the software platforms of every platform the global
+  // manager knows under `uniqueName` (HTEQPlatformUtils::getPlatformsByUniqueName).
+  static HTEQSystemConfig* getSystemConfigurationByUniqueName(const std::string& uniqueName,
+                                                              const std::string& configName);
+  static std::string getIncludePaths(const std::string& uniqueName, const std::string& configName,
+                                     const std::string& procGrpName, const std::string& osName);
+  static std::string getLibraryPaths(const std::string& uniqueName, const std::string& configName,
+                                     const std::string& procGrpName, const std::string& osName);
 };
 
 #endif

@@ -294,3 +294,32 @@ TEST_F(Cli, FindAndPlatformsWalkARepository) {
       << loose.out;
   EXPECT_EQ(run(dir_, "platforms " + dir_.file("nothing")).status, 1);
 }
+
+TEST_F(Cli, LookupAndInfoOverARepository) {
+  const std::string repo = dir_.file("repo");
+  ASSERT_EQ(run(dir_, "gen-sample " + repo + " --scale 0.05").status, 0);
+  const std::string dc = repo + "/acme_dc/acme_dc.zdf";
+  struct Row {
+    std::string args;
+    int status;
+    int lines;          // of standard output
+    std::string found;  // a line that must be there
+  } rows[] = {
+      {"lookup " + repo, 0, 4, "acme:acme_dc:base:2.1\t" + dc + "\n"},
+      {"lookup --vbnv :acme_dc " + repo, 0, 1, "acme:acme_dc:base:2.1\t" + dc + "\n"},
+      {"lookup --vbnv acme:nope " + repo, 1, 0, ""},
+      {"lookup --intent 4 " + repo, 2, 0, ""},  // intents need a part
+      {"info acme_dc --repo " + repo, 0, 9, "file: " + dc + "\n"},
+      {"info " + dc, 0, 9, "vbnv: acme:acme_dc:base:2.1\n"},
+      {"info nothing --repo " + repo, 1, 0, ""},
+  };
+  for (const Row& r : rows) {
+    const Outcome o = run(dir_, r.args);
+    EXPECT_EQ(o.status, r.status) << r.args << "\n" << o.err;
+    EXPECT_EQ(lines(o.out), r.lines) << r.args << "\n" << o.out;
+    EXPECT_NE(o.out.find(r.found), std::string::npos) << r.args << "\n" << o.out;
+  }
+  const Outcome info = run(dir_, "info " + dc);
+  EXPECT_NE(info.out.find("\nruntimes: OpenCL, C/C++\n"), std::string::npos) << info.out;
+  EXPECT_NE(info.out.find("\nboot image: false\n"), std::string::npos) << info.out;
+}

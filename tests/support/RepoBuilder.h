@@ -13,8 +13,9 @@ struct RepoPlatform {
   std::string board = "card";
   int versionMajor = 1;
   int versionMinor = 0;
-  // "dataCenter", "embedded", "externalHost" or "serverManaged" set
-  // explicitly true (the others explicitly false); "" leaves the intents out.
+  // "dataCenter", "embedded", "externalHost" or "serverManaged", or several
+  // joined by ',', set explicitly true (the others explicitly false); ""
+  // leaves the intents out.
   std::string designIntent = "dataCenter";
   bool unified = false;
   std::string state = "impl";
@@ -22,6 +23,14 @@ struct RepoPlatform {
   // as a file of type META_JSON.
   std::string metaJson;
   std::string archiveExt = ".lfa";
+  // When not empty, one device "fpga0" with this part string ("arch:device:package:speed...").
+  std::string part;
+  std::string hostInterface;  // "pcie", "axi", or "" for none
+  std::string boardPart;      // the board's "vendor:board:version", or "" for no board
+  // The software file's one configuration: its runtimes attribute, and the
+  // include paths of its "linux" processor group "apu".
+  std::string runtimes;
+  std::string includePaths;
 };
 
 // Writes below `dir`: NAME/NAME.zdf, NAME/hw/NAME<ext>, NAME/sw/NAME.spfm.

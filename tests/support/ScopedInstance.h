@@ -6,6 +6,7 @@
 // test early, so that no stack object stays installed after its scope.
 
 #include "host/ComMsgMgr.h"
+#include "host/HBOBoardCDataManager.h"
 #include "host/HHSMHwManager.h"
 #include "host/HUTEnv.h"
 
@@ -48,6 +49,19 @@ class ScopedInstance {
 
  private:
   T* previous_;
+};
+
+// Installs a board data store factory for the life of the guard.
+class ScopedBoardStoreFactory {
+ public:
+  explicit ScopedBoardStoreFactory(HBOBoardCDataManager::Factory mine)
+      : previous_(HBOBoardCDataManager::setFactory(mine)) {}
+  ~ScopedBoardStoreFactory() { HBOBoardCDataManager::setFactory(previous_); }
+  ScopedBoardStoreFactory(const ScopedBoardStoreFactory&) = delete;
+  ScopedBoardStoreFactory& operator=(const ScopedBoardStoreFactory&) = delete;
+
+ private:
+  HBOBoardCDataManager::Factory previous_;
 };
 
 }  // namespace zr_test

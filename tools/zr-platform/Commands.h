@@ -28,6 +28,8 @@ void addSampleCommands(CLI::App& app, Commands& commands);
 void addRepoCommands(CLI::App& app, Commands& commands);
 // query, keys, dict, doc, spec (ServiceCommands.cpp)
 void addServiceCommands(CLI::App& app, Commands& commands);
+// lookup, info (QueryCommands.cpp)
+void addQueryCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 

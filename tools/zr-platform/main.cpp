@@ -73,6 +73,7 @@ int main(int argc, char** argv) {
   zr_cli::addSampleCommands(app, commands);
   zr_cli::addRepoCommands(app, commands);
   zr_cli::addServiceCommands(app, commands);
+  zr_cli::addQueryCommands(app, commands);
 
   try {
     app.parse(argc, argv);

@@ -1,5 +1,7 @@
 #include "platform/HTEQSoftwarePlatformUtils.h"
 
+#include "platform/HTEQPlatform.h"
+#include "platform/HTEQPlatformUtils.h"
 #include "platform/HTEQProcessorGroup.h"
 #include "platform/HTEQSoftwarePlatform.h"
 #include "platform/HTEQSystemConfig.h"
@@ -17,6 +19,16 @@ const HTEQProcessorGroup* groupFor(const std::vector<HTEQSoftwarePlatform*>& can
   const HTEQProcessorGroup* group = config->getProcGrpByName(procGrpName);
   if (group == nullptr || group->getOSName() != osName) return nullptr;
   return group;
+}
+
+// The software platforms of every platform known under `uniqueName`, in order.
+std::vector<HTEQSoftwarePlatform*> candidatesFor(const std::string& uniqueName) {
+  HTEQPlatformUtils::TEQPlatformVec platforms;
+  HTEQPlatformUtils::getPlatformsByUniqueName(uniqueName, platforms);
+  std::vector<HTEQSoftwarePlatform*> candidates;
+  for (const HTEQPlatform* p : platforms)
+    candidates.insert(candidates.end(), p->getSoftwarePlatforms().begin(), p->getSoftwarePlatforms().end());
+  return candidates;
 }
 
 }  // namespace
@@ -65,4 +77,23 @@ std::string HTEQSoftwarePlatformUtils::getLibraryPaths(const std::vector<HTEQSof
                                                        const std::string& osName) {
   const HTEQProcessorGroup* g = groupFor(candidates, configName, procGrpName, osName);
   return g ? g->getLibraryPaths() : std::string();
+}
+
+HTEQSystemConfig* HTEQSoftwarePlatformUtils::getSystemConfigurationByUniqueName(
+    const std::string& uniqueName, const std::string& configName) {
+  return getSystemConfigurationIn(candidatesFor(uniqueName), configName);
+}
+
+std::string HTEQSoftwarePlatformUtils::getIncludePaths(const std::string& uniqueName,
+                                                       const std::string& configName,
+                                                       const std::string& procGrpName,
+                                                       const std::string& osName) {
+  return getIncludePaths(candidatesFor(uniqueName), configName, procGrpName, osName);
+}
+
+std::string HTEQSoftwarePlatformUtils::getLibraryPaths(const std::string& uniqueName,
+                                                       const std::string& configName,
+                                                       const std::string& procGrpName,
+                                                       const std::string& osName) {
+  return getLibraryPaths(candidatesFor(uniqueName), configName, procGrpName, osName);
 }
