@@ -1,9 +1,9 @@
 #include "platform/NativeDocService.h"
 
 #include <exception>
-#include <iostream>
 
 #include "host/HEXAll.h"
+#include "host/HUTConsole.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "platform/NativeKeyService.h"
@@ -54,8 +54,8 @@ std::string NativeDocService::getFromFile(Tree& tree) const {
   static const std::string path = HUTEnv::instance().getJUNAppRoot() + HUTFile::getSeparator() + "platforms" +
                                   HUTFile::getSeparator() + "platform_keys_doc.json";
   if (!HUTFile::exists(path)) {
-    std::cerr << "\nCould not find the <" << path << " >. Check the install area.\n"
-              << "  Can not continue with this task.\n";
+    HUTConsole::err("\nCould not find the <" + path + " >. Check the install area.\n" +
+                    "  Can not continue with this task.\n");
     return std::string();
   }
   std::string text;
@@ -78,12 +78,12 @@ bool NativeDocService::isValidDocKey(Tree& tree, const std::string& key) const {
   try {
     keys = NativeKeyService(mode_).get(static_cast<const Tree&>(tree));
   } catch (const std::exception& e) {
-    std::cerr << "Exception: " << e.what() << "\n";
+    HUTConsole::err(std::string("Exception: ") + e.what() + "\n");
   }
   const std::string listed = listedForm(key);
   if (key == "all" || key == "list_keys") return true;
   if (keys.count(listed) != 0) return true;
-  std::cerr << "Could not find the specified key: <" << key << ">.\n";
+  HUTConsole::err("Could not find the specified key: <" + key + ">.\n");
   return false;
 }
 
