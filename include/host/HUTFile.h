@@ -58,9 +58,9 @@ class ZR_PLATFORM_API HUTFile {
   static std::vector<std::string> listFilesRecursive(const std::string& dir);
   // Writes the whole content to a temporary file beside the path and renames
   // it over the path, so that the path holds either its old content or the
-  // new one, never a part. The mode is given to the new file. Throws
+  // new one, never a part. The new file gets the mode less the umask. Throws
   // HEXUserException (nothing changed at the path) when it cannot.
-  static void writeAtomically(const std::string& path, const std::string& content, unsigned mode = 0644);
+  static void writeAtomically(const std::string& path, const std::string& content, unsigned mode = 0666);
   // Throws HEXUserException unless the path is a directory this process may
   // write into.
   static void ensureWritableDirectory(const std::string& path);

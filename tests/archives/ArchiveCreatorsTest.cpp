@@ -3,13 +3,19 @@
 #include <string>
 #include <vector>
 
+#include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
+#include "platform/HDFToCFAConverter.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
+#include "platform/HTEQCfaXmlReader.h"
+#include "platform/HTEQHardwarePlatform.h"
+#include "platform/HTEQPlatform.h"
 #include "platform/PlatformLoader.h"
 #include "platform/SimpleFixedLFACreator.h"
+#include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
 using teq_platform::PlatformLoader;
@@ -77,4 +83,78 @@ TEST(SimpleFixedLFACreator, AnUnwritableMetadataFileRaisesAndMakesNoArchive) {
   EXPECT_FALSE(HUTFile::exists(out));
   // An output path that is a directory is refused at once.
   EXPECT_THROW(SimpleFixedLFACreator{dir.path()}, HEXUserException);
+}
+
+namespace {
+
+// What tells converted platforms apart, as one line.
+std::string identity(const HTEQHardwarePlatform& p) {
+  return p.getVendor() + "|" + p.getName() + "|" + p.getVersion() + "|" + p.getPlatformState() + "|" +
+         (p.isUnifiedPlatform() ? "unified" : "") + (p.isExpandable() ? "expandable" : "fixed");
+}
+
+}  // namespace
+
+TEST(HDFToCFAConverter, PacksTheHdfWithBothMetadataDocumentsAndADigest) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"card.lfa", "lfa"}, {"card.cfa", "cfa"}, {"card.LFA", "cfa"}, {"lfa", "cfa"}};
+  for (const auto& row : rows) {
+    TempDir dir;
+    ScopedTmpDir tmp(dir.file("tmp"));
+    HUTFile::mkDirRecursive(dir.file("tmp"));
+    const std::string hdf = dir.write("in/top_design.hdf", "handoff bytes");
+    HUTFile::mkDirRecursive(dir.file("out"));
+    HDFToCFAConverter converter(hdf, dir.file("out"), row.first);
+    EXPECT_EQ(converter.getHwPfmFile(), dir.file("out/" + row.first));
+    ASSERT_TRUE(converter.writeCFA()) << row.first;
+    const std::string out = converter.getHwPfmFile();
+    EXPECT_EQ(HUTZip::getFiles(out),
+              (std::vector<std::string>{row.second + ".json", row.second + ".xml", "top_design.hdf"}))
+        << row.first;
+    EXPECT_EQ(HUTZip::verifyDigest(out), HUTZip::DIGEST_VALID);
+    EXPECT_FALSE(HUTFile::exists(converter.getStagingDir())) << "the staging directory is removed";
+
+    // Both routes read one platform from the archive under the name of its stem.
+    const std::string asArchive = dir.file("copy." + row.second);
+    HUTFile::copyFile(out, asArchive);
+    PlatformLoader loader(asArchive, PlatformLoader::Default);
+    const auto loaded = loader.load();
+    ASSERT_NE(loaded, nullptr) << row.first;
+    ASSERT_NE(loaded->getHardwarePlatform(), nullptr);
+    HPLPlatform fromXml;
+    ASSERT_TRUE(HTEQCfaXmlReader(asArchive, &fromXml).parseCFA()) << row.first;
+    const std::string expected = "platforms.zr.example|top_design|1.0|pre_synth|unifiedfixed";
+    EXPECT_EQ(identity(*loaded->getHardwarePlatform()), expected);
+    EXPECT_EQ(identity(fromXml), expected);
+  }
+}
+
+TEST(HDFToCFAConverter, RefusalsAndFailedStepsLeaveNoArchive) {
+  TempDir dir;
+  ScopedTmpDir tmp(dir.path());
+  const std::string hdf = dir.write("top.hdf", "h");
+  EXPECT_THROW_MSG(HDFToCFAConverter(dir.file("none.hdf"), dir.path(), "x.cfa"), HEXAlgException,
+                   "Could not find specified file: '" + dir.file("none.hdf") + "'on disk.");
+  EXPECT_THROW_MSG(HDFToCFAConverter(hdf, dir.file("none"), "x.cfa"), HEXAlgException,
+                   "Could not find specified dir: '" + dir.file("none") + "'on disk.");
+
+  // An HDF gone before it is copied, and a top module name XML cannot carry.
+  const std::string badName = dir.write(std::string("a\x01"
+                                                    "b.hdf"),
+                                        "h");
+  struct Row {
+    std::string hdf;
+    bool removeFirst;
+    const char* id;
+  };
+  const Row rows[] = {{hdf, true, "@74-46@"}, {badName, false, "@74-47@"}};
+  for (const Row& row : rows) {
+    HDFToCFAConverter converter(row.hdf, dir.path(), "out.lfa");
+    if (row.removeFirst) HUTFile::rm(row.hdf);
+    ComMsgCapture capture;
+    EXPECT_FALSE(converter.writeCFA()) << row.id;
+    EXPECT_TRUE(capture.has(row.id));
+    EXPECT_FALSE(HUTFile::exists(dir.file("out.lfa")));
+    EXPECT_FALSE(HUTFile::exists(converter.getStagingDir()));
+  }
 }

@@ -15,6 +15,7 @@
 
 #include "ZrOwned.h"
 #include "ZrTempFile.h"
+#include "ZrZipArchive.h"
 #include "host/HEXAll.h"
 #include "host/HUTDirWalker.h"
 
@@ -189,7 +190,7 @@ void HUTFile::writeAtomically(const std::string& path, const std::string& conten
   if (isDir(path)) throw HEXUserException("cannot write '" + path + "': it is a directory");
   zr_zip::TempFile file(zr_zip::directoryOf(path), ".zr-write-", path);
   file.write(content.data(), content.size());
-  file.commitTo(path, mode);
+  file.commitTo(path, zr_zip::newFileMode(mode));
 }
 
 void HUTFile::ensureWritableDirectory(const std::string& path) {

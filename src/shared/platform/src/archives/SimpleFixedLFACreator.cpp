@@ -44,4 +44,6 @@ void SimpleFixedLFACreator::writeJSON_() {
   zr_staging::writePlatformJson(*platform_, getStagingDir() + HUTFile::getSeparator() + kJsonMember);
 }
 
-void SimpleFixedLFACreator::createArchive_() { zr_staging::packDirectory(getStagingDir(), outputPath_); }
+void SimpleFixedLFACreator::createArchive_() {
+  zr_staging::packDirectory(getStagingDir(), outputPath_, false);
+}

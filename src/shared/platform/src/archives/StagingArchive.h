@@ -16,9 +16,13 @@ void writePlatformJson(const HPLPlatform& platform, const std::string& file);
 
 // Packs every regular file below `dir` into the archive `zipFile` under its
 // path relative to `dir`, in sorted order: the first file starts a new
-// archive, each further one is added. An empty directory makes no archive.
-// Each step replaces the archive whole, so a failure never leaves half a file.
-void packDirectory(const std::string& dir, const std::string& zipFile);
+// archive, each further one is added; with `digest` the finished archive is
+// stamped. The archive is built in a temporary file beside `zipFile` and
+// renamed over it at the end, so a failure leaves `zipFile` as it was. An
+// empty directory makes no archive: the answer is false. HEXUserException
+// when something other than a regular file is at `zipFile` or it cannot be
+// written.
+bool packDirectory(const std::string& dir, const std::string& zipFile, bool digest);
 
 }  // namespace zr_staging
 
