@@ -59,7 +59,8 @@ class ZR_PLATFORM_API HUTFile {
   // Writes the whole content to a temporary file beside the path and renames
   // it over the path, so that the path holds either its old content or the
   // new one, never a part. The new file gets the mode less the umask. Throws
-  // HEXUserException (nothing changed at the path) when it cannot.
+  // HEXUserException (nothing changed at the path) when it cannot, or when
+  // something other than a regular file is there (see isReplaceable).
   static void writeAtomically(const std::string& path, const std::string& content, unsigned mode = 0666);
   // Throws HEXUserException unless the path is a directory this process may
   // write into.

@@ -157,4 +157,8 @@ TEST(HDFToCFAConverter, RefusalsAndFailedStepsLeaveNoArchive) {
     EXPECT_FALSE(HUTFile::exists(dir.file("out.lfa")));
     EXPECT_FALSE(HUTFile::exists(converter.getStagingDir()));
   }
+  // The output in the temporary directory itself: the staging directory takes another name.
+  HDFToCFAConverter converter(dir.write("again.hdf", "h"), dir.path(), "out.lfa");
+  EXPECT_TRUE(converter.writeCFA());
+  EXPECT_EQ(HUTZip::getFiles(dir.file("out.lfa")).size(), 3u);
 }

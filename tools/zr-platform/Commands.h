@@ -26,6 +26,7 @@ void addArchiveCommands(CLI::App& app, Commands& commands);
 void addSampleCommands(CLI::App& app, Commands& commands);
 // find, platforms (RepoCommands.cpp)
 void addRepoCommands(CLI::App& app, Commands& commands);
+void addWriterCommands(CLI::App& app, Commands& commands);  // to-xml, emu-json, make-lfa, hdf2cfa
 
 }  // namespace zr_cli
 

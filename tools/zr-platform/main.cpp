@@ -72,6 +72,7 @@ int main(int argc, char** argv) {
   zr_cli::addArchiveCommands(app, commands);
   zr_cli::addSampleCommands(app, commands);
   zr_cli::addRepoCommands(app, commands);
+  zr_cli::addWriterCommands(app, commands);
 
   try {
     app.parse(argc, argv);

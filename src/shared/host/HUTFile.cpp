@@ -187,7 +187,8 @@ std::vector<std::string> HUTFile::listFilesRecursive(const std::string& dir) {
 
 void HUTFile::writeAtomically(const std::string& path, const std::string& content, unsigned mode) {
   if (path.empty()) throw HEXUserException("cannot write a file without a name");
-  if (isDir(path)) throw HEXUserException("cannot write '" + path + "': it is a directory");
+  // A directory, link, FIFO or device at the path is never replaced.
+  if (!isReplaceable(path)) throw HEXUserException("cannot write '" + path + "': it is not a regular file");
   zr_zip::TempFile file(zr_zip::directoryOf(path), ".zr-write-", path);
   file.write(content.data(), content.size());
   file.commitTo(path, zr_zip::newFileMode(mode));

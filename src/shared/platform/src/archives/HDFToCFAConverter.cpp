@@ -38,6 +38,10 @@ void HDFToCFAConverter::removeStagingDir_() {
 }
 
 void HDFToCFAConverter::createStagingDir() {
+  // With the output in the temporary directory, the staging directory would
+  // take the archive's own path.
+  if (HUTFileUtils::makeAbsolutePath(stagingDir_) == HUTFileUtils::makeAbsolutePath(hwPfmFile_))
+    stagingDir_ += "_staging";
   stagingDir_ = HUTFileUtils::makeAbsolutePath(HUTFileUtils::uniquifyFilenameInDir(stagingDir_));
   HUTFile::mkDirRecursive(stagingDir_);
   stagingMade_ = true;
