@@ -2,6 +2,7 @@
 #define HOST_HUTFILE_H
 
 #include <string>
+#include <vector>
 
 #include "platform/ZrPlatformExport.h"
 
@@ -41,6 +42,26 @@ class ZR_PLATFORM_API HUTFile {
   static bool isReplaceable(const std::string& path);
   // Removes a file or a directory tree. Answers false when something is left.
   static bool rmRecursive(const std::string& path);
+  // Removes one file (a symbolic link itself, not its target); a directory is
+  // left alone. Answers whether nothing but a directory is left at the path:
+  // true when there was nothing to remove.
+  static bool rm(const std::string& path);
+  // Adds the execute bits wherever the file has the read bits (owner, group,
+  // others). Throws HEXUserException when the file is missing or the mode
+  // cannot be changed.
+  static void mkExecutable(const std::string& path);
+  // The regular files below a directory, at any depth, as full paths sorted
+  // by their path relative to the directory (bytewise), so that whatever is
+  // built from the listing comes out the same on every file system.
+  // Directories, links to directories, FIFOs, sockets and devices are not
+  // listed. Throws HEXUserException when the directory cannot be walked.
+  static std::vector<std::string> listFilesRecursive(const std::string& dir);
+  // Writes the whole content to a temporary file beside the path and renames
+  // it over the path, so that the path holds either its old content or the
+  // new one, never a part. The new file gets the mode less the umask. Throws
+  // HEXUserException (nothing changed at the path) when it cannot, or when
+  // something other than a regular file is there (see isReplaceable).
+  static void writeAtomically(const std::string& path, const std::string& content, unsigned mode = 0666);
   // Throws HEXUserException unless the path is a directory this process may
   // write into.
   static void ensureWritableDirectory(const std::string& path);

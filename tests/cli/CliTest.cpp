@@ -323,3 +323,44 @@ TEST_F(Cli, LookupAndInfoOverARepository) {
   EXPECT_NE(info.out.find("\nruntimes: OpenCL, C/C++\n"), std::string::npos) << info.out;
   EXPECT_NE(info.out.find("\nboot image: false\n"), std::string::npos) << info.out;
 }
+
+TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
+  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("repo") + " --scale 0.1").status, 0);
+  // A sample archive (JSON metadata) as CFA XML, loaded again as the XML member of an archive.
+  Outcome r = run(dir_, "to-xml " + dir_.file("repo/acme_card/acme_card.lfa") + " " + dir_.file("card.xml"));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, dir_.file("card.xml") + "\n");
+  HUTZip::writeMember(dir_.file("back.cfa"), "cfa.xml", readFile(dir_.file("card.xml")));
+  r = run(dir_, "json " + dir_.file("back.cfa"));
+  ASSERT_EQ(r.status, 0) << r.err;
+  const auto identity = [](const std::string& json) {
+    const boost::property_tree::ptree hw = parse(json).get_child("hardwarePlatforms.hardwarePlatform");
+    return hw.get<std::string>("vendor") + "|" + hw.get<std::string>("name") + "|" +
+           hw.get<std::string>("board.name") + "|" + std::to_string(hw.get_child("memories").size());
+  };
+  EXPECT_EQ(identity(r.out), identity(run(dir_, "json " + dir_.file("repo/acme_card/acme_card.lfa")).out));
+
+  const std::string emuXml = dir_.write(
+      "emu.xml", R"(<Root VersionMajor="1" VersionMinor="0"><Emulations><Emulation Name="e"><Files>)"
+                 R"(<File Type="T" Name="n"/></Files></Emulation></Emulations></Root>)");
+  EXPECT_EQ(run(dir_, "emu-json " + emuXml + " " + dir_.file("emu.json")).status, 0);
+  EXPECT_NE(readFile(dir_.file("emu.json")).find("\"type\": \"T\""), std::string::npos);
+
+  EXPECT_EQ(run(dir_, "make-lfa " + dir_.file("made.lfa") + " " + emuXml).status, 0);
+  EXPECT_EQ(HUTZip::getFiles(dir_.file("made.lfa")), (std::vector<std::string>{"emu.xml", "lfa.json"}));
+
+  const std::string hdf = dir_.write("top.hdf", "h");
+  r = run(dir_, "--tmp-dir " + dir_.path() + " hdf2cfa " + hdf + " " + dir_.path() + " conv.lfa");
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(HUTZip::getFiles(dir_.file("conv.lfa")),
+            (std::vector<std::string>{"lfa.json", "lfa.xml", "top.hdf"}));
+
+  const std::string fifo = dir_.file("fifo");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  r = run(dir_, "to-xml " + dir_.file("repo/acme_card/acme_card.lfa") + " " + fifo);
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(lines(r.err), 1);
+  struct stat st;
+  ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISFIFO(st.st_mode));
+}

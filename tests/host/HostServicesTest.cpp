@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
@@ -85,6 +86,39 @@ TEST(HUTFile, KindsCanonicalNamesAndDirectories) {
   EXPECT_THROW(HUTFile::ensureWritableDirectory(f), HEXUserException);
   EXPECT_TRUE(HUTFile::rmRecursive(dir.file("a")));
   EXPECT_FALSE(HUTFile::exists(dir.file("a")));
+}
+
+TEST(HUTFile, RmExecutableBitsSortedListingAndAtomicWrite) {
+  TempDir dir;
+  const std::string file = dir.write("z/b.txt", "b");
+  dir.write("a.txt", "a");
+  dir.write("z/a/c.txt", "c");
+  ASSERT_EQ(::mkfifo(dir.file("fifo").c_str(), 0600), 0);
+  // Sorted by relative path; the FIFO and the directories are not listed.
+  EXPECT_EQ(HUTFile::listFilesRecursive(dir.path()),
+            (std::vector<std::string>{dir.file("a.txt"), dir.file("z/a/c.txt"), dir.file("z/b.txt")}));
+  EXPECT_THROW(HUTFile::listFilesRecursive(dir.file("none")), HEXUserException);
+
+  ::chmod(file.c_str(), 0640);
+  HUTFile::mkExecutable(file);
+  struct stat st;
+  ASSERT_EQ(::stat(file.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0750u);
+  EXPECT_THROW(HUTFile::mkExecutable(dir.file("none")), HEXUserException);
+
+  // rm: a file goes, a directory stays, nothing there is success.
+  EXPECT_TRUE(HUTFile::rm(file));
+  EXPECT_FALSE(HUTFile::exists(file));
+  EXPECT_TRUE(HUTFile::rm(dir.file("none")));
+  EXPECT_TRUE(HUTFile::rm(dir.file("z")));
+  EXPECT_TRUE(HUTFile::isDir(dir.file("z")));
+
+  const std::string target = dir.write("t.txt", "old");
+  HUTFile::writeAtomically(target, "new");
+  EXPECT_EQ(zr_test::readFile(target), "new");
+  for (const std::string& bad : {dir.file("z"), dir.file("none/t.txt"), std::string()})
+    EXPECT_THROW(HUTFile::writeAtomically(bad, "x"), HEXUserException) << bad;
+  EXPECT_EQ(HUTFile::listFilesRecursive(dir.path()).size(), 3u);
 }
 
 TEST(HUTFileUtils, UniquifyAddsANumberBeforeTheExtension) {

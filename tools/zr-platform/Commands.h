@@ -30,6 +30,8 @@ void addRepoCommands(CLI::App& app, Commands& commands);
 void addServiceCommands(CLI::App& app, Commands& commands);
 // lookup, info (QueryCommands.cpp)
 void addQueryCommands(CLI::App& app, Commands& commands);
+// to-xml, emu-json, make-lfa, hdf2cfa (WriterCommands.cpp)
+void addWriterCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 

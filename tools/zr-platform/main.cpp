@@ -74,6 +74,7 @@ int main(int argc, char** argv) {
   zr_cli::addRepoCommands(app, commands);
   zr_cli::addServiceCommands(app, commands);
   zr_cli::addQueryCommands(app, commands);
+  zr_cli::addWriterCommands(app, commands);
 
   try {
     app.parse(argc, argv);

@@ -10,10 +10,14 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "ZrOwned.h"
+#include "ZrTempFile.h"
+#include "ZrZipArchive.h"
 #include "host/HEXAll.h"
+#include "host/HUTDirWalker.h"
 
 namespace fs = boost::filesystem;
 
@@ -141,6 +145,53 @@ bool HUTFile::rmRecursive(const std::string& path) {
   boost::system::error_code ec;
   fs::remove_all(path, ec);
   return !fs::exists(fs::symlink_status(path, ec));
+}
+
+bool HUTFile::rm(const std::string& path) {
+  struct stat st;
+  if (::lstat(path.c_str(), &st) != 0) return errno == ENOENT;
+  if (S_ISDIR(st.st_mode)) return true;
+  return ::unlink(path.c_str()) == 0 || errno == ENOENT;
+}
+
+void HUTFile::mkExecutable(const std::string& path) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0)
+    throw HEXUserException("cannot make '" + path + "' executable: " + std::strerror(errno));
+  // Each read bit (0444) shifted right by two is the matching execute bit.
+  const mode_t mode = st.st_mode | ((st.st_mode & 0444) >> 2);
+  if (::chmod(path.c_str(), mode & 07777) != 0)
+    throw HEXUserException("cannot make '" + path + "' executable: " + std::strerror(errno));
+}
+
+std::vector<std::string> HUTFile::listFilesRecursive(const std::string& dir) {
+  std::vector<std::pair<std::string, std::string>> found;  // relative path, full path
+  const std::string base = dir.empty() || dir.back() == '/' ? dir : dir + "/";
+  std::string error;
+  const bool ok = HUTDirWalker::walk(
+      dir, HUTDirWalker::Options(),
+      [&](const HUTDirEntry& entry) {
+        if (!entry.isRegularFile || entry.isDir) return;
+        const std::string relative =
+            entry.path.compare(0, base.size(), base) == 0 ? entry.path.substr(base.size()) : entry.path;
+        found.emplace_back(relative, entry.path);
+      },
+      error);
+  if (!ok) throw HEXUserException("cannot list the files below '" + dir + "': " + error);
+  std::sort(found.begin(), found.end());
+  std::vector<std::string> paths;
+  paths.reserve(found.size());
+  for (const auto& item : found) paths.push_back(item.second);
+  return paths;
+}
+
+void HUTFile::writeAtomically(const std::string& path, const std::string& content, unsigned mode) {
+  if (path.empty()) throw HEXUserException("cannot write a file without a name");
+  // A directory, link, FIFO or device at the path is never replaced.
+  if (!isReplaceable(path)) throw HEXUserException("cannot write '" + path + "': it is not a regular file");
+  zr_zip::TempFile file(zr_zip::directoryOf(path), ".zr-write-", path);
+  file.write(content.data(), content.size());
+  file.commitTo(path, zr_zip::newFileMode(mode));
 }
 
 void HUTFile::ensureWritableDirectory(const std::string& path) {
