@@ -381,3 +381,18 @@ TEST_F(CatalogPolicy, CatalogOfAMixedRepositoryHoldsEveryGoodPlatform) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(CatalogPolicy, ShippedSampleListRefusesAndEnablesItsPlatforms) {
+  writeList(zr_test::readFile(std::string(ZR_SOURCE_DIR) + "/data/achromatic.json"));
+  std::string reason;
+  EXPECT_FALSE(service_.isUnderWarranty(write(platform("acme_policy_refused", 2021, 1)), reason, ""));
+  EXPECT_EQ(
+      "Platform 'acme_policy_refused.zdf' has been marked unsupported due to known issues. Reason: its memory "
+      "controller drops writes under load",
+      reason);
+  EXPECT_TRUE(service_.isUnderWarranty(write(platform("acme_policy_legacy", 2015, 1)), reason, ""));
+}
+
+}  // namespace
