@@ -399,3 +399,42 @@ TEST_F(Cli, CatalogCheckValueAndPackedForm) {
   EXPECT_EQ(readFile(plain), readFile(dir_.file("back.json")));
   EXPECT_EQ(1, run(dir_, "xp unpack " + plain + " " + dir_.file("x")).status);
 }
+
+TEST_F(Cli, PolicySampleShowsEveryVerdict) {
+  const std::string repo = dir_.file("repo");
+  ASSERT_EQ(0, run(dir_, "--tool-version 2030.2 gen-sample --count 1 --scale 0.02 --policy " + repo).status);
+  // The application root's name gives the product the sample list names.
+  const std::string root = dir_.file("selbrook");
+  dir_.write("selbrook/platforms/keep", "");
+  ASSERT_EQ(0, run(dir_, "xp pack " + std::string(ZR_SOURCE_DIR) + "/data/achromatic.json " + root +
+                             "/platforms/achromatic")
+                   .status);
+  const struct {
+    const char* name;
+    const char* options;
+    const char* verdict;
+    const char* words;  // in the sentence
+  } cases[] = {
+      {"current", "", "supported", ""},
+      {"last_year", "", "supported", ""},
+      {"old", "", "not supported", "remainder of the calendar year"},
+      {"newer", "", "not supported", "can not be newer"},
+      {"flat", "", "not supported", "not a unified platform"},
+      {"presynth", "--pre-synth", "supported", ""},
+      {"current", "--pre-synth", "not supported", "is not a PRE_SYNTH platform"},
+      {"extended", "", "supported", "extended warranty"},
+      {"refused", "", "not supported", "known issues. Reason: "},
+      {"legacy", "", "supported", "explicitly enabled for this release. Reason: "},
+      {"newer", "--open", "not supported", "the CFA version can not be newer"},
+      {"old", "--open", "supported", ""},
+  };
+  for (const auto& c : cases) {
+    const std::string zdf = repo + "/acme_policy_" + c.name + "/acme_policy_" + c.name + ".zdf";
+    SCOPED_TRACE(std::string(c.name) + " " + c.options);
+    const Outcome r =
+        run(dir_, "--app-root " + root + " --tool-version 2030.2 check " + c.options + " " + zdf);
+    ASSERT_EQ(0, r.status) << r.err;
+    EXPECT_EQ(c.verdict, r.out.substr(0, r.out.find('\n')));
+    EXPECT_NE(std::string::npos, r.out.find(c.words)) << r.out;
+  }
+}
