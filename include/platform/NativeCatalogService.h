@@ -2,6 +2,8 @@
 #define PLATFORM_NATIVECATALOGSERVICE_H
 
 #include <boost/property_tree/ptree.hpp>
+#include <cstddef>
+#include <functional>
 #include <string>
 
 #include "platform/CatalogService.h"
@@ -26,6 +28,10 @@ class ZR_PLATFORM_API NativeCatalogService : public CatalogService {
   using Tree = boost::property_tree::ptree;
 
   std::string getAllAsJsonStr(const std::string& pathList, bool detailed, bool unused) const override;
+  // The same, calling `progress` with the number of descriptors looked at and
+  // their total before the first and after each one.
+  using Progress = std::function<void(std::size_t done, std::size_t total)>;
+  std::string getAllAsJsonStr(const std::string& pathList, bool detailed, const Progress& progress) const;
   std::string getAsJsonStr(const std::string& file, bool detailed, bool unused) const override;
   std::string getAsJsonStr(teq_platform::PlatformLoader* loader, bool detailed, bool unused) const override;
   std::string getValue(const std::string& file, const std::string& keyPath) const override;

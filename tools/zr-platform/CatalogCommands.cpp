@@ -1,7 +1,11 @@
 // catalog, value, check, xp pack|unpack: the catalog report, the support
 // policy's verdict, and the packed form of the support exception list.
 
+#include <unistd.h>
+
+#include <cstddef>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <memory>
 #include <sstream>
@@ -19,6 +23,9 @@ namespace {
 
 using teq::platform::NativeCatalogService;
 
+// Catalogs of more platforms than this show a progress line.
+constexpr std::size_t kProgressFrom = 300;
+
 struct Args {
   std::vector<std::string> dirs;
   bool brief = false;
@@ -35,7 +42,16 @@ int runCatalog(std::ostream& out, const Args& a) {
   return guarded(a.dirs.empty() ? std::string("catalog") : a.dirs.front(), [&](MessageCollector&) {
     std::string pathList;
     for (const std::string& dir : a.dirs) pathList += (pathList.empty() ? "" : ":") + dir;
-    out << NativeCatalogService().getAllAsJsonStr(pathList, !a.brief, false);
+    NativeCatalogService::Progress progress;
+    // A long scan shows how far it got, on a terminal only.
+    if (::isatty(STDERR_FILENO) == 1) {
+      progress = [](std::size_t done, std::size_t total) {
+        if (total <= kProgressFrom) return;
+        std::cerr << "\rcatalog: " << done << "/" << total << " platforms" << (done == total ? "\n" : "")
+                  << std::flush;
+      };
+    }
+    out << NativeCatalogService().getAllAsJsonStr(pathList, !a.brief, progress);
     return int(kOk);
   });
 }

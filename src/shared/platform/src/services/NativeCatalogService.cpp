@@ -125,10 +125,19 @@ std::string NativeCatalogService::getAsJsonStr(const std::string& file, bool det
 
 std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
                                                   bool /*unused*/) const {
+  return getAllAsJsonStr(pathList, detailed, Progress());
+}
+
+std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
+                                                  const Progress& progress) const {
   std::vector<std::string> files;
   NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
   Tree platforms;
+  std::size_t done = 0;
+  if (progress) progress(done, files.size());
   for (const std::string& file : files) {
+    if (progress && done > 0) progress(done, files.size());
+    ++done;
     Tree entry;
     try {
       teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
@@ -140,6 +149,7 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     }
     platforms.push_back(std::make_pair(std::string(), entry));
   }
+  if (progress && done > 0) progress(done, files.size());
   Tree top;
   top.add_child("platforms", platforms);
   return writePretty(top);
