@@ -225,7 +225,10 @@ bool NativeCatalogService::isUnderWarranty(teq_platform::PlatformLoader* loader,
   }
   ZR_SEND_MSG("@74-78@%s", kToolVersionMask, tool.text);
 
-  if (tool.major != 0) {
+  // The document's "extensions" is the hardware platform's extension
+  // metadata: without any there is no list, and the document is not built.
+  const HTEQHardwarePlatform* hardware = platform->getHardwarePlatform();
+  if (tool.major != 0 && hardware != nullptr && !hardware->getExtMetaJsonAsString().empty()) {
     const NativeObjectService objects;
     const Tree document = objects.getAsPropertyTree(loader);
     const auto list = objects.getChildOptional(document, "hardwarePlatform.extensions.extended_warranty");
