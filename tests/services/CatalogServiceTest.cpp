@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "SampleGenerator.h"
 #include "host/ComMsgMgr.h"
 #include "host/HUTEnv.h"
 #include "host/IslXp.h"
@@ -411,6 +412,32 @@ TEST_F(CatalogPolicy, ShippedSampleListRefusesAndEnablesItsPlatforms) {
       "controller drops writes under load",
       reason);
   EXPECT_TRUE(service_.isUnderWarranty(write(platform("acme_policy_legacy", 2015, 1)), reason, ""));
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(CatalogPolicy, PartitionArrayOfThePartitionedSample) {
+  zr_cli::SampleOptions options;
+  options.scale = 0.02;
+  zr_cli::generateSample(repo_.file("sample"), options);
+  const std::string file = repo_.file("sample/acme_rp/acme_rp.zdf");
+  const Tree report = parse(service_.getAsJsonStr(file, true, false));
+  const Tree& partitions = report.get_child("reconfigurablePartitions");
+  ASSERT_EQ(2u, partitions.size());
+  int i = 0;
+  for (const auto& partition : partitions) {
+    EXPECT_EQ("", partition.first);
+    EXPECT_EQ((std::vector<std::string>{"platformHwFile", "systemClockCount", "platformHwEmuFile"}),
+              keysOf(partition.second));
+    EXPECT_NE(std::string::npos,
+              partition.second.get<std::string>("platformHwFile").find("_rp" + std::to_string(i++)));
+  }
+  EXPECT_EQ("", service_.getValue(file, "reconfigurablePartitions"));
+  EXPECT_EQ(report.get<std::string>("systemClockCount"), service_.getValue(file, "systemClockCount"));
+  EXPECT_FALSE(
+      parse(service_.getAsJsonStr(file, false, false)).get_child_optional("reconfigurablePartitions"));
 }
 
 }  // namespace
