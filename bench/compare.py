@@ -83,6 +83,8 @@ def main():
         d = generate(tool, os.path.join(args.work, "repo-%d" % count), count, 1)
         ours, theirs = compare(args.runs, [[load_repo, d], script + ["repo", d]])
         print(row("repository of %d platforms" % count, ours, theirs))
+        ours, theirs = compare(args.runs, [[tool, "catalog", d], script + ["repo", d]])
+        print(row("`catalog` of %d platforms" % count, ours, theirs))
 
 
 if __name__ == "__main__":

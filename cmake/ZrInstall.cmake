@@ -23,3 +23,4 @@ install(FILES ${CMAKE_BINARY_DIR}/zr_platformConfig.cmake
 
 configure_file(cmake/zr_platform.pc.in ${CMAKE_BINARY_DIR}/zr_platform.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/zr_platform.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/platforms/achromatic DESTINATION ${CMAKE_INSTALL_DATADIR}/zr_platform/platforms)

@@ -364,3 +364,77 @@ TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
   ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
   EXPECT_TRUE(S_ISFIFO(st.st_mode));
 }
+
+TEST_F(Cli, CatalogCheckValueAndPackedForm) {
+  ASSERT_EQ(0, run(dir_, "gen-sample " + dir_.file("repo") + " --scale 0.05").status);
+  const Outcome catalog = run(dir_, "catalog --short " + dir_.file("repo"));
+  ASSERT_EQ(0, catalog.status) << catalog.err;
+  const auto platforms = parse(catalog.out).get_child("platforms");
+  ASSERT_FALSE(platforms.empty());
+  const std::string zdf = platforms.front().second.get<std::string>("platformFile");
+  EXPECT_EQ(platforms.front().second.get<std::string>("baseName") + "\n",
+            run(dir_, "value " + zdf + " baseName").out);
+
+  const struct {
+    std::string args;
+    int status;
+    std::string firstLine;
+  } cases[] = {
+      {"check " + zdf, 0, "not supported"},
+      {"check --open " + zdf, 0, "not supported"},
+      {"check " + dir_.file("none.zdf"), 1, ""},
+      {"check --pre-synth --open " + zdf, 2, ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
+    const Outcome r = run(dir_, c.args);
+    EXPECT_EQ(c.status, r.status);
+    EXPECT_EQ(c.firstLine, r.out.substr(0, r.out.find('\n')));
+  }
+
+  const std::string plain = dir_.write("list.json", "{\"black_list\":[]}");
+  EXPECT_EQ(0, run(dir_, "xp pack " + plain + " " + dir_.file("list.xp")).status);
+  EXPECT_NE(readFile(plain), readFile(dir_.file("list.xp")));
+  EXPECT_EQ(0, run(dir_, "xp unpack " + dir_.file("list.xp") + " " + dir_.file("back.json")).status);
+  EXPECT_EQ(readFile(plain), readFile(dir_.file("back.json")));
+  EXPECT_EQ(1, run(dir_, "xp unpack " + plain + " " + dir_.file("x")).status);
+}
+
+TEST_F(Cli, PolicySampleShowsEveryVerdict) {
+  const std::string repo = dir_.file("repo");
+  ASSERT_EQ(0, run(dir_, "--tool-version 2030.2 gen-sample --count 1 --scale 0.02 --policy " + repo).status);
+  // The application root's name gives the product the sample list names.
+  const std::string root = dir_.file("selbrook");
+  dir_.write("selbrook/platforms/keep", "");
+  ASSERT_EQ(0, run(dir_, "xp pack " + std::string(ZR_SOURCE_DIR) + "/data/achromatic.json " + root +
+                             "/platforms/achromatic")
+                   .status);
+  const struct {
+    const char* name;
+    const char* options;
+    const char* verdict;
+    const char* words;  // in the sentence
+  } cases[] = {
+      {"current", "", "supported", ""},
+      {"last_year", "", "supported", ""},
+      {"old", "", "not supported", "remainder of the calendar year"},
+      {"newer", "", "not supported", "can not be newer"},
+      {"flat", "", "not supported", "not a unified platform"},
+      {"presynth", "--pre-synth", "supported", ""},
+      {"current", "--pre-synth", "not supported", "is not a PRE_SYNTH platform"},
+      {"extended", "", "supported", "extended warranty"},
+      {"refused", "", "not supported", "known issues. Reason: "},
+      {"legacy", "", "supported", "explicitly enabled for this release. Reason: "},
+      {"newer", "--open", "not supported", "the CFA version can not be newer"},
+      {"old", "--open", "supported", ""},
+  };
+  for (const auto& c : cases) {
+    const std::string zdf = repo + "/acme_policy_" + c.name + "/acme_policy_" + c.name + ".zdf";
+    SCOPED_TRACE(std::string(c.name) + " " + c.options);
+    const Outcome r =
+        run(dir_, "--app-root " + root + " --tool-version 2030.2 check " + c.options + " " + zdf);
+    ASSERT_EQ(0, r.status) << r.err;
+    EXPECT_EQ(c.verdict, r.out.substr(0, r.out.find('\n')));
+    EXPECT_NE(std::string::npos, r.out.find(c.words)) << r.out;
+  }
+}

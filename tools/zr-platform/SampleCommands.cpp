@@ -19,6 +19,7 @@ void addSampleCommands(CLI::App& app, Commands& commands) {
       ->check(CLI::Range(1, 100000));
   genSample->add_option("--scale", options->scale, "Size of each platform's metadata (1: about 430 KB)")
       ->check(CLI::Range(0.01, 1000.0));
+  genSample->add_flag("--policy", options->policy, "Also write platforms whose support verdicts differ");
   commands.push_back({genSample, [dir, options](std::ostream& out) {
                         return guarded(*dir, [&](MessageCollector&) {
                           for (const auto& written : generateSample(*dir, *options)) out << written << "\n";

@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "host/HEXAll.h"
+#include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "platform/HPLBoard.h"
@@ -330,6 +331,47 @@ std::string fileRef(const char* element, const std::string& path, const std::str
   return std::string("    <teq:") + element + " teq:path=\"" + path + "\" teq:name=\"" + name + "\"/>\n";
 }
 
+// One data-centre platform per support verdict, versioned around this tool's release.
+void writePolicyPlatforms(const std::string& dir, const Counts& counts, std::vector<std::string>& written) {
+  const int year = HUTEnv::instance().getMajor();
+  const int minor = HUTEnv::instance().getMinor();
+  const std::string release = num(year) + "." + num(minor);
+  struct Policy {
+    std::string name;
+    int major, minor;
+    bool unified;
+    std::string state, extensions;
+  } const policies[] = {
+      {"acme_policy_current", year, minor, true, "impl", ""},
+      {"acme_policy_last_year", year - 1, 2, true, "impl", ""},
+      {"acme_policy_old", year - 3, 1, true, "impl", ""},
+      {"acme_policy_newer", year + 1, 1, true, "impl", ""},
+      {"acme_policy_flat", year, minor, false, "impl", ""},
+      {"acme_policy_presynth", year, minor, true, "pre_synth", ""},
+      {"acme_policy_extended", year - 3, 1, true, "impl", "{\"extended_warranty\":[\"" + release + "\"]}"},
+      {"acme_policy_refused", year, minor, true, "impl", ""},
+      {"acme_policy_legacy", 2015, 1, true, "impl", ""},
+  };
+  for (const Policy& policy : policies) {
+    const std::string& name = policy.name;
+    HPLPlatform hw;
+    fillPlatform(hw, name, Kind::DataCenter, counts, false);
+    hw.setName(name);
+    hw.setVersionMajor(static_cast<unsigned>(policy.major));
+    hw.setVersionMinor(static_cast<unsigned>(policy.minor));
+    hw.setUnifiedPlatform(policy.unified);
+    hw.setPlatformState(policy.state);
+    if (!policy.extensions.empty()) hw.addFile("META_JSON", "meta.json");
+    const std::string archive = placeBelow(dir, name + "/hw/" + name + ".lfa");
+    std::remove(archive.c_str());
+    HUTZip::writeMember(archive, "lfa.json", documentOf(hw));
+    if (!policy.extensions.empty()) HUTZip::writeMember(archive, "meta.json", policy.extensions);
+    writeText(dir, name + "/sw/" + name + ".spfm", spfm(name, false));
+    writeText(dir, name + "/" + name + ".zdf", zdf(name, fileRef("hardwarePlatform", "hw", name + ".lfa"), ""));
+    written.push_back(dir + "/" + name + "/" + name + ".zdf");
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> generateSample(const std::string& dir, const SampleOptions& options) {
@@ -370,6 +412,7 @@ std::vector<std::string> generateSample(const std::string& dir, const SampleOpti
     writeText(dir, name + "/" + name + ".zdf", zdf(name, hardware, attrs));
     written.push_back(dir + "/" + name + "/" + name + ".zdf");
   }
+  if (options.policy) writePolicyPlatforms(dir, counts, written);
   return written;
 }
 

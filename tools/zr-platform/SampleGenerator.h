@@ -15,6 +15,12 @@ struct SampleOptions {
   // 430 KB (100 bus interfaces, 20 clocks, 8 memories, 40 ports, 40 files,
   // 50 IP parameters).
   double scale = 1.0;
+  // Also writes platforms whose support verdicts differ, named acme_policy_*:
+  // unified platforms of this tool's year, the year before, three years back
+  // and the year after, one not unified, one before synthesis, one old one
+  // with an extended warranty for this release, and the two named by the
+  // sample exception list (data/achromatic.json).
+  bool policy = false;
 };
 
 // Writes a sample repository into `dir`, deterministically:

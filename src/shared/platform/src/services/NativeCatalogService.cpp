@@ -1,0 +1,204 @@
+#include "platform/NativeCatalogService.h"
+
+#include <boost/property_tree/json_parser.hpp>
+#include <exception>
+#include <memory>
+#include <sstream>
+#include <vector>
+
+#include "host/HUTConsole.h"
+#include "host/HUTEnv.h"
+#include "json/JsonDocument.h"
+#include "platform/HTEQHardwarePlatform.h"
+#include "platform/HTEQPlatform.h"
+#include "platform/HTEQReconfigurablePartition.h"
+#include "platform/NativePlatformRepoService.h"
+#include "platform/PlatformLoader.h"
+
+namespace teq {
+namespace platform {
+
+namespace {
+
+const char* boolText(bool value) { return value ? "true" : "false"; }
+
+std::string clockCount(const HTEQHardwarePlatform& hardware) {
+  HTEQHardwarePlatform::TEQSystemClockVec clocks;
+  hardware.getSystemClocks(clocks);
+  return std::to_string(clocks.size());
+}
+
+// "<CFA>/NAME" for the hardware platform's HPFM file, or "" when it has none.
+std::string hpfmEntry(const HTEQHardwarePlatform& hardware) {
+  const std::string name = hardware.getFile("HPFM");
+  return name.empty() ? std::string() : "<CFA>/" + name;
+}
+
+std::string writePretty(const NativeCatalogService::Tree& tree) {
+  std::ostringstream out;
+  boost::property_tree::write_json(out, tree, true);
+  return out.str();
+}
+
+NativeCatalogService::Tree partitionTree(const HTEQReconfigurablePartition& partition) {
+  NativeCatalogService::Tree entry;
+  entry.put("platformHwFile", partition.getHardwarePlatformFile());
+  if (const HTEQHardwarePlatform* hw = partition.getHardwarePlatform()) {
+    const std::string hpfm = hpfmEntry(*hw);
+    if (!hpfm.empty()) entry.put("hpfmFile", hpfm);
+    entry.put("systemClockCount", clockCount(*hw));
+  }
+  entry.put("platformHwEmuFile", partition.getHardwareEmulationPlatformFile());
+  if (const HTEQHardwarePlatform* emu = partition.getHardwareEmulationPlatform()) {
+    const std::string hpfm = hpfmEntry(*emu);
+    if (!hpfm.empty()) entry.put("hwEmuHpfmFile", hpfm);
+    entry.put("hwEmuSystemClockCount", clockCount(*emu));
+  }
+  return entry;
+}
+
+}  // namespace
+
+bool NativeCatalogService::getPlatformInfo_(teq_platform::PlatformLoader* loader, Tree& tree,
+                                            bool detailed) const {
+  if (loader == nullptr) return false;
+  std::shared_ptr<HTEQPlatform> platform = loader->load();
+  // The report reads the hardware platform throughout: without one the
+  // platform counts as not loaded.
+  if (!platform || platform->getHardwarePlatform() == nullptr) {
+    HUTConsole::out("Error: failed to load platform\n");
+    return false;
+  }
+  if (platform->isHidden()) return false;
+  const HTEQHardwarePlatform& hw = *platform->getHardwarePlatform();
+  const HTEQDesignIntentStorage& intent = hw.getDesignIntent();
+  // Keys go in through the dotted put: none of them holds a dot.
+  tree.put("baseName", platform->getPlatformBaseName());
+  tree.put("version", platform->getVersion());
+  tree.put("type", platform->getTypeString());
+  tree.put("dataCenter", boolText(intent.getDataCenter()));
+  tree.put("embedded", boolText(intent.getEmbedded()));
+  tree.put("externalHost", boolText(intent.getExternalHost()));
+  tree.put("serverManaged", boolText(intent.getServerManaged()));
+  tree.put("platformState", hw.getPlatformState());
+  tree.put("usesPR", boolText(hw.usesPR()));
+  tree.put("platformFile", platform->getPlatformFile());
+  if (!detailed) return true;
+
+  tree.put("platformHwFile", platform->getHardwarePlatformFile());
+  tree.put("platformHwEmuFile", platform->getHardwareEmuPlatformFile());
+  if (platform->hasReconfigurablePartitions()) {
+    Tree partitions;
+    for (const HTEQReconfigurablePartition* partition : platform->getReconfigurablePartitions()) {
+      if (partition != nullptr)
+        partitions.push_back(std::make_pair(std::string(), partitionTree(*partition)));
+    }
+    tree.add_child("reconfigurablePartitions", partitions);
+  }
+  tree.put("platformSwFile", platform->getSoftwarePlatformFile());
+  const std::string hpfm = hpfmEntry(hw);
+  if (!hpfm.empty()) tree.put("hpfmFile", hpfm);
+  tree.put("systemClockCount", clockCount(hw));
+  tree.put("partArchitecture", hw.getFpgaPart());
+  std::string reason;
+  const bool warranty = isUnderWarranty(loader, reason, std::string());
+  tree.put("warranty", boolText(warranty));
+  if (!reason.empty()) tree.put("warrantyReason", reason);
+  tree.put("hardware", boolText(platform->supportsHardware()));
+  tree.put("hardwareEmulation", boolText(platform->supportsHWEmulation()));
+  tree.put("twoHwEmuBd", boolText(platform->supportsTwoHwEmuBd()));
+  tree.put("softwareEmulation", boolText(platform->supportsSWEmulation()));
+  return true;
+}
+
+std::string NativeCatalogService::getAsJsonStr(teq_platform::PlatformLoader* loader, bool detailed,
+                                               bool /*unused*/) const {
+  Tree tree;
+  if (!getPlatformInfo_(loader, tree, detailed)) return std::string();
+  return writePretty(tree);
+}
+
+std::string NativeCatalogService::getAsJsonStr(const std::string& file, bool detailed, bool unused) const {
+  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+  return getAsJsonStr(&loader, detailed, unused);
+}
+
+std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
+                                                  bool /*unused*/) const {
+  return getAllAsJsonStr(pathList, detailed, Progress());
+}
+
+std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
+                                                  const Progress& progress) const {
+  std::vector<std::string> files;
+  NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
+  Tree platforms;
+  std::size_t done = 0;
+  if (progress) progress(done, files.size());
+  for (const std::string& file : files) {
+    if (progress && done > 0) progress(done, files.size());
+    ++done;
+    Tree entry;
+    try {
+      teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+      if (!getPlatformInfo_(&loader, entry, detailed)) continue;
+    } catch (const std::exception&) {
+      // A descriptor the loader refuses, or a version the policy cannot read,
+      // is left out like a platform that fails to load.
+      continue;
+    }
+    platforms.push_back(std::make_pair(std::string(), entry));
+  }
+  if (progress && done > 0) progress(done, files.size());
+  Tree top;
+  top.add_child("platforms", platforms);
+  return writePretty(top);
+}
+
+std::string NativeCatalogService::getValue(teq_platform::PlatformLoader* loader,
+                                           const std::string& keyPath) const {
+  if (loader == nullptr || keyPath.empty()) return std::string();
+  const std::string report = getAsJsonStr(loader, true, true);
+  if (report.empty()) return std::string();
+  Tree tree;
+  zr_json::parseTree(report, tree, 64);
+  const Tree& constTree = tree;
+  boost::optional<const Tree&> node = constTree.get_child_optional(Tree::path_type(keyPath, '.'));
+  if (!node) {
+    HUTConsole::out("error: key path '" + keyPath + "' doens't exist\n");
+    return std::string();
+  }
+  return node->empty() ? node->data() : std::string();
+}
+
+std::string NativeCatalogService::getValue(const std::string& file, const std::string& keyPath) const {
+  teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
+  return getValue(&loader, keyPath);
+}
+
+bool NativeCatalogService::isPreSynthPlatform(teq_platform::PlatformLoader* loader) const {
+  if (loader == nullptr) {
+    HUTConsole::out("Error: failed to acquire a platform loader.\n");
+    return false;
+  }
+  std::shared_ptr<HTEQPlatform> platform = loader->load();
+  if (!platform) {
+    HUTConsole::out("Error: failed to load platform.\n");
+    return false;
+  }
+  const HTEQHardwarePlatform* hw = platform->getHardwarePlatform();
+  if (hw == nullptr) {
+    HUTConsole::out("Error: failed to load the hardware platform.\n");
+    return false;
+  }
+  return hw->getState() == HTEQHardwarePlatform::pre_synth;
+}
+
+std::string NativeCatalogService::getCompilerVersion_() const {
+  if (!testCompilerVersion_.empty()) return testCompilerVersion_;
+  const HUTEnv& env = HUTEnv::instance();
+  return std::to_string(env.getMajor()) + "." + std::to_string(env.getMinor());
+}
+
+}  // namespace platform
+}  // namespace teq
