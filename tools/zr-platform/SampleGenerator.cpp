@@ -367,7 +367,8 @@ void writePolicyPlatforms(const std::string& dir, const Counts& counts, std::vec
     HUTZip::writeMember(archive, "lfa.json", documentOf(hw));
     if (!policy.extensions.empty()) HUTZip::writeMember(archive, "meta.json", policy.extensions);
     writeText(dir, name + "/sw/" + name + ".spfm", spfm(name, false));
-    writeText(dir, name + "/" + name + ".zdf", zdf(name, fileRef("hardwarePlatform", "hw", name + ".lfa"), ""));
+    writeText(dir, name + "/" + name + ".zdf",
+              zdf(name, fileRef("hardwarePlatform", "hw", name + ".lfa"), ""));
     written.push_back(dir + "/" + name + "/" + name + ".zdf");
   }
 }
