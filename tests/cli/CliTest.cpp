@@ -364,3 +364,18 @@ TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
   ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
   EXPECT_TRUE(S_ISFIFO(st.st_mode));
 }
+
+TEST_F(Cli, MetadataArchiveAddShowExtract) {
+  const std::string rqa = dir_.file("m.rqa"), src = dir_.write("pins.xdc", "pins");
+  EXPECT_EQ(run(dir_, "rqa add " + dir_.file("n.rqa") + " X ../up " + src).status, 1);
+  EXPECT_FALSE(HUTFile::exists(dir_.file("n.rqa"))) << "a failed add leaves no new archive";
+  ASSERT_EQ(run(dir_, "rqa add " + rqa + " XDC sub/p.xdc " + src).status, 0);
+  const Outcome show = run(dir_, "rqa show " + rqa);
+  ASSERT_EQ(show.status, 0) << show.err;
+  EXPECT_EQ(parse(show.out).get_child("files").front().second.get<std::string>("name"), "sub/p.xdc");
+  const Outcome got = run(dir_, "rqa extract " + rqa + " XDC " + dir_.file("out"));
+  EXPECT_EQ(got.out, dir_.file("out") + "/sub/p.xdc\n");
+  EXPECT_EQ(readFile(dir_.file("out/sub/p.xdc")), "pins");
+  EXPECT_EQ(run(dir_, "rqa extract " + rqa + " NONE " + dir_.file("out")).status, 1);
+  EXPECT_EQ(run(dir_, "rqa show " + src).status, 1);
+}

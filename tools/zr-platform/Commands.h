@@ -32,6 +32,8 @@ void addServiceCommands(CLI::App& app, Commands& commands);
 void addQueryCommands(CLI::App& app, Commands& commands);
 // to-xml, emu-json, make-lfa, hdf2cfa (WriterCommands.cpp)
 void addWriterCommands(CLI::App& app, Commands& commands);
+// labels, rqa show|add|extract (LabelCommands.cpp)
+void addLabelCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 
