@@ -1,5 +1,5 @@
-// rqa show|add|extract: the metadata archive's index, adding a file to it,
-// and extracting the file of one type.
+// labels: the documents derived from a labels file. rqa show|add|extract: the
+// metadata archive's index, adding a file to it, and extracting the file of one type.
 
 #include <memory>
 #include <string>
@@ -9,6 +9,7 @@
 #include "host/HEXAll.h"
 #include "host/HUTFile.h"
 #include "platform/HRQAArchive.h"
+#include "platform/HTEQSemanticLabelReader.h"
 #include "platform/JSONObjectWriter.h"
 
 namespace zr_cli {
@@ -27,6 +28,29 @@ HRQAArchive openArchive(const std::string& file, MessageCollector& messages) {
 }  // namespace
 
 void addLabelCommands(CLI::App& app, Commands& commands) {
+  auto labelsFile = std::make_shared<std::string>();
+  auto partition = std::make_shared<std::string>();
+  auto* labels = app.add_subcommand(
+      "labels", "The partition metadata of a labels file, or one partition's extended metadata");
+  labels->add_option("FILE", *labelsFile, "Labels file (JSON)")->required();
+  labels->add_option("--partition", *partition, "Partition path: print its extended metadata instead");
+  commands.push_back({labels, [labelsFile, partition, labels](std::ostream& out) {
+                        return guarded(*labelsFile, [&](MessageCollector& messages) {
+                          requireRegularFile(*labelsFile);
+                          HTEQSemanticLabelReader reader;
+                          if (!reader.parseFile(*labelsFile)) {
+                            reportError(*labelsFile, messages.worst());
+                            return int(kCannotLoad);
+                          }
+                          if (labels->count("--partition") > 0) {
+                            reader.generateExtMetadata(*partition, out);
+                          } else {
+                            reader.generatePartitionMetadata(out);
+                          }
+                          return int(kOk);
+                        });
+                      }});
+
   auto archive = std::make_shared<std::string>();
   auto type = std::make_shared<std::string>();
   auto name = std::make_shared<std::string>();
