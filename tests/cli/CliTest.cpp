@@ -438,3 +438,36 @@ TEST_F(Cli, PolicySampleShowsEveryVerdict) {
     EXPECT_NE(std::string::npos, r.out.find(c.words)) << r.out;
   }
 }
+
+TEST_F(Cli, MetadataArchiveAddShowExtract) {
+  const std::string rqa = dir_.file("m.rqa"), src = dir_.write("pins.xdc", "pins");
+  EXPECT_EQ(run(dir_, "rqa add " + dir_.file("n.rqa") + " X ../up " + src).status, 1);
+  EXPECT_FALSE(HUTFile::exists(dir_.file("n.rqa"))) << "a failed add leaves no new archive";
+  ASSERT_EQ(run(dir_, "rqa add " + rqa + " XDC sub/p.xdc " + src).status, 0);
+  const Outcome show = run(dir_, "rqa show " + rqa);
+  ASSERT_EQ(show.status, 0) << show.err;
+  EXPECT_EQ(parse(show.out).get_child("files").front().second.get<std::string>("name"), "sub/p.xdc");
+  const Outcome got = run(dir_, "rqa extract " + rqa + " XDC " + dir_.file("out"));
+  EXPECT_EQ(got.out, dir_.file("out") + "/sub/p.xdc\n");
+  EXPECT_EQ(readFile(dir_.file("out/sub/p.xdc")), "pins");
+  EXPECT_EQ(run(dir_, "rqa extract " + rqa + " NONE " + dir_.file("out")).status, 1);
+  EXPECT_EQ(run(dir_, "rqa show " + src).status, 1);
+}
+
+TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
+  const std::string file =
+      dir_.write("labels.json",
+                 R"({"uuid": {"uuid_type": "logic", "uuid_design_component": "a", "uuid": "L"},
+          "debug_network": {"physical_function": "1", "bar": "0", "bar_addr": "0", "system_addr": "0",
+                            "partition": "p", "partition_path": "/", "supports_corvex_debug": "true",
+                            "supports_jtag_fallback": "true"}})");
+  const Outcome pm = run(dir_, "labels " + file);
+  ASSERT_EQ(pm.status, 0) << pm.err;
+  EXPECT_EQ(parse(pm.out).get<std::string>("partition_metadata.logic_uuid"), "L");
+  const Outcome ext = run(dir_, "labels " + file + " --partition /x");
+  ASSERT_EQ(ext.status, 0) << ext.err;
+  EXPECT_EQ(parse(ext.out).get<std::string>("lumiprobe_debug.debug_networks.user.name"),
+            "User Debug Network");
+  EXPECT_EQ(run(dir_, "labels " + dir_.write("bad.json", "{")).status, 1);
+  EXPECT_EQ(run(dir_, "labels " + dir_.file("missing.json")).status, 1);
+}

@@ -34,6 +34,8 @@ void addQueryCommands(CLI::App& app, Commands& commands);
 void addWriterCommands(CLI::App& app, Commands& commands);
 // catalog, value, check, xp pack|unpack (CatalogCommands.cpp)
 void addCatalogCommands(CLI::App& app, Commands& commands);
+// labels, rqa show|add|extract (LabelCommands.cpp)
+void addLabelCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 

@@ -76,6 +76,7 @@ int main(int argc, char** argv) {
   zr_cli::addQueryCommands(app, commands);
   zr_cli::addWriterCommands(app, commands);
   zr_cli::addCatalogCommands(app, commands);
+  zr_cli::addLabelCommands(app, commands);
 
   try {
     app.parse(argc, argv);
