@@ -7,6 +7,7 @@
 
 #include "CliSupport.h"
 #include "Commands.h"
+#include "host/HUTFile.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQPlatformMgr.h"
 #include "platform/NativePlatformRepoService.h"
@@ -60,9 +61,12 @@ int runPlatforms(std::ostream& out, const PlatformsOptions& o) {
     if (!o.hardwareOnly) mgr.getPlatforms(all);
     HTEQPlatformMgr::TEQPlatformVec hardware;
     mgr.getCFAPlatforms(hardware);
-    for (const HTEQPlatform* p : all) out << "descriptor\t" << escapeControls(p->getPlatformFile()) << "\n";
-    for (const HTEQPlatform* p : hardware)
-      out << "hardware\t" << escapeControls(p->getPlatformFile()) << "\n";
+    // Both kinds are printed canonical, whatever form the directories were given in.
+    auto print = [&out](const char* kind, const HTEQPlatform* p) {
+      out << kind << "\t" << escapeControls(HUTFile::getCanonicalName(p->getPlatformFile())) << "\n";
+    };
+    for (const HTEQPlatform* p : all) print("descriptor", p);
+    for (const HTEQPlatform* p : hardware) print("hardware", p);
     return all.empty() && hardware.empty() ? int(kCannotLoad) : int(kOk);
   });
 }
