@@ -469,6 +469,12 @@ TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
   ASSERT_EQ(ext.status, 0) << ext.err;
   EXPECT_EQ(parse(ext.out).get<std::string>("lumiprobe_debug.debug_networks.user.name"),
             "User Debug Network");
+  EXPECT_EQ(pm.err, "");
+  // A record that cannot be read is skipped, and said so on standard error.
+  const Outcome skipped = run(dir_, "labels " + dir_.write("half.json", R"({"uuid": {"uuid": "L"}})"));
+  EXPECT_EQ(skipped.status, 0);
+  EXPECT_NE(skipped.err.find("ERROR: "), std::string::npos) << skipped.err;
+  EXPECT_NE(skipped.err.find("[@74-82@]"), std::string::npos) << skipped.err;
   EXPECT_EQ(run(dir_, "labels " + dir_.write("bad.json", "{")).status, 1);
   EXPECT_EQ(run(dir_, "labels " + dir_.file("missing.json")).status, 1);
 }

@@ -16,13 +16,25 @@ MessageCollector::~MessageCollector() { ComMsgMgrInstance().setSink(previous_); 
 
 void MessageCollector::receive(const ComMsg& msg) { messages_.push_back(msg); }
 
+namespace {
+
+// "TEXT [@id]": a message with its bare id.
+std::string withId(const ComMsg& msg) {
+  return ComMsgMgr::formatText(msg) + " [" + msg.id.substr(0, msg.id.find('@', 1) + 1) + "]";
+}
+
+}  // namespace
+
 std::string MessageCollector::worst() const {
   const ComMsg* worst = nullptr;
   for (const auto& m : messages_)
     if (worst == nullptr || m.mask > worst->mask) worst = &m;
-  if (worst == nullptr) return std::string();
-  std::string id = worst->id.substr(0, worst->id.find('@', 1) + 1);
-  return ComMsgMgr::formatText(*worst) + " [" + id + "]";
+  return worst == nullptr ? std::string() : withId(*worst);
+}
+
+void MessageCollector::reportProblems(const std::string& file) const {
+  for (const auto& m : messages_)
+    if (m.mask >= ComMsgMask::kWarning) reportError(file, ComMsgMgr::severityWord(m.mask) + ": " + withId(m));
 }
 
 namespace {
@@ -107,7 +119,9 @@ void requireRegularFile(const std::string& path) {
 int guarded(const std::string& file, const std::function<int(MessageCollector&)>& body) {
   MessageCollector messages;
   try {
-    return body(messages);
+    const int status = body(messages);
+    if (status == kOk) messages.reportProblems(file);
+    return status;
   } catch (const HEXFileNotFoundException& e) {
     reportError(file, "no such file");
   } catch (const teq_platform::PlatformParseException& e) {

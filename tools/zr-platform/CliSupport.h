@@ -24,6 +24,9 @@ class MessageCollector : public ComMsgSink {
   void receive(const ComMsg& msg) override;
   // The most severe message so far, as "TEXT [@id]"; "" if none.
   std::string worst() const;
+  // Prints every warning or error so far on standard error, one line each
+  // under the file's name: the skipped records of a command that succeeded.
+  void reportProblems(const std::string& file) const;
 
  private:
   std::vector<ComMsg> messages_;
