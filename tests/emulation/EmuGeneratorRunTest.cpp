@@ -175,6 +175,7 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, EmuFailure,
     ::testing::Values(Failure{"boom", "error boom", "", "message: 'boom'"},
                       Failure{"exit", "exit 3", "", "exit with status 3"},
+                      Failure{"childexit", "interp create c; c eval {exit 4}", "", "exit with status 4"},
                       Failure{"loop", "while 1 { catch { after 20 } }", "", "time limit"},
                       Failure{"nobd", "file delete $bd/emu/emu.bd", "", "@74-33@"},
                       Failure{"badjson", "", "", "@74-1@%s"},

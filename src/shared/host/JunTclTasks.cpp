@@ -28,7 +28,9 @@ constexpr std::size_t kKeptLines = 8;
 constexpr std::size_t kKeptLineLength = 1024;
 
 // Standard output of the interpreter goes through std::cout, and a `puts` to
-// another channel goes to Tcl's own command, renamed.
+// another channel goes to Tcl's own command, renamed. An interpreter a script
+// creates gets this interpreter's `exit` in place of its own, which would end
+// the process.
 constexpr const char* kSetUp = R"(
 namespace eval ::zr_tcltasks {}
 proc ::zr_tcltasks::ignore_background_error {args} {}
@@ -43,6 +45,12 @@ proc ::puts {args} {
     return
   }
   tailcall ::zr_tcltasks::tcl_puts {*}$args
+}
+rename ::interp ::zr_tcltasks::tcl_interp
+proc ::interp {args} {
+  set result [uplevel 1 [list ::zr_tcltasks::tcl_interp {*}$args]]
+  if {[lindex $args 0] eq "create"} { ::zr_tcltasks::tcl_interp alias $result exit {} exit }
+  return $result
 }
 )";
 
