@@ -37,7 +37,10 @@ proc ::zr_tcltasks::ignore_background_error {args} {}
 interp bgerror {} ::zr_tcltasks::ignore_background_error
 rename ::puts ::zr_tcltasks::tcl_puts
 proc ::puts {args} {
-  set n [llength $args]
+  if {[llength $args] == 1} {
+    ::zr_tcltasks::stdout_write 1 [lindex $args 0]
+    return
+  }
   set plain [expr {[lindex $args 0] ne "-nonewline"}]
   set rest [expr {$plain ? $args : [lrange $args 1 end]}]
   if {[llength $rest] == 1 || ([llength $rest] == 2 && [lindex $rest 0] eq "stdout")} {
