@@ -21,3 +21,5 @@ echo "== zr-platform query $sample/acme_dc/acme_dc.zdf hardwarePlatform.board"
 "$tool" query "$sample/acme_dc/acme_dc.zdf" hardwarePlatform.board
 echo "== zr-platform check $sample/acme_dc/acme_dc.zdf"
 "$tool" check "$sample/acme_dc/acme_dc.zdf"
+echo "== zr-platform emu-props $sample/acme_emb/hw/acme_emb.cfa acme_emb"
+"$tool" emu-props "$sample/acme_emb/hw/acme_emb.cfa" acme_emb

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ZrPlatformExport.h"
@@ -100,6 +101,14 @@ class ZR_PLATFORM_API HUTZip {
   // Deletes the named members that exist, in one update; returns how many.
   // An archive left without members stays an (empty) archive.
   static int deleteFilesFromZip(const std::string& zipFile, const std::vector<std::string>& members);
+
+  // One update of an existing archive: each (member name, file) pair
+  // replaces the member of that name or is added, and with attachDigest the
+  // digest is stamped afterwards (see attachDigestEn). The archive is
+  // rewritten as a copy beside it that is renamed over it at the end, so a
+  // failure at any step leaves the original as it was. Throws as above.
+  static void updateFiles(const std::string& zipFile,
+                          const std::vector<std::pair<std::string, std::string>>& files, bool attachDigest);
 
   // Stamps the archive comment with a SHA-256 over the members (names and
   // contents, in name order). Throws as above when the archive cannot be read or written.

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "emulation/EmuInstallSupport.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
 #include "host/HUTZip.h"
@@ -477,4 +478,28 @@ TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
   EXPECT_NE(skipped.err.find("[@74-82@]"), std::string::npos) << skipped.err;
   EXPECT_EQ(run(dir_, "labels " + dir_.write("bad.json", "{")).status, 1);
   EXPECT_EQ(run(dir_, "labels " + dir_.file("missing.json")).status, 1);
+}
+
+TEST_F(Cli, EmuPropsAndEmuGenOverASampleArchive) {
+  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("s")).status, 0);
+  const std::string cfa = dir_.file("s/acme_emb/hw/acme_emb.cfa"), before = readFile(cfa);
+  ScopedEnvVar unset("TORVANE_MORWEN", nullptr);
+  Outcome r = run(dir_, "emu-props " + cfa + " acme_emb --dr");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out.rfind("proc emu_prop_gen { } { \n", 0), 0u);
+  EXPECT_NE(r.out.find("cfa_name             \"acme_emb\"\n"), std::string::npos);
+  EXPECT_NE(r.out.find("dr_bd_name"), std::string::npos);
+  r = run(dir_, "emu-gen " + cfa + " acme_emb");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(lastLine(r.err).find("@74-35@"), std::string::npos) << r.err;
+
+  TempDir install, work;
+  emu_test::writeInstallation(install);
+  ScopedEnvVar root("TORVANE_MORWEN", install.path().c_str());
+  emu_test::ScopedCwd cwd(work.path());
+  r = run(dir_, "emu-gen " + cfa + " acme_emb --out out");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "out/overlay\n");
+  EXPECT_TRUE(HUTFile::isFile(work.file("out/overlay/emu/acme_emb_emu.hpfm")));
+  EXPECT_EQ(readFile(cfa), before);
 }

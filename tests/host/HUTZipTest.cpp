@@ -407,6 +407,30 @@ TEST(HUTZip, DeleteFilesKeepsTheRestAndAnEmptyArchiveStaysAnArchive) {
   EXPECT_THROW(HUTZip::deleteFilesFromZip(dir.file("none.zip"), {"a"}), HEXFileNotFoundException);
 }
 
+TEST(HUTZip, UpdateFilesIsOneUpdateThatFailsWhole) {
+  TempDir dir;
+  const std::string zip = dir.file("real/p.cfa"), link = dir.file("p.cfa");
+  HUTFile::mkDirRecursive(dir.file("real"));
+  makeZip(zip, {{"a", "1"}, {"o/b", "2"}});
+  ::chmod(zip.c_str(), 0640);
+  ASSERT_EQ(::symlink(zip.c_str(), link.c_str()), 0);
+  const std::string b = dir.write("b", "new b"), c = dir.write("c", "c");
+  HUTZip::updateFiles(link, {{"o/b", b}, {"o/c", c}}, true);
+  EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "o/b", "o/c"}));
+  EXPECT_EQ(member(zip, "o/b"), "new b");
+  EXPECT_EQ(HUTZip::verifyDigest(link), HUTZip::DIGEST_VALID);
+  struct stat st;
+  ASSERT_EQ(::stat(zip.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+
+  const std::string before = readFile(zip);
+  EXPECT_THROW(HUTZip::updateFiles(link, {{"o/d", c}, {"o/e", dir.file("missing")}}, true), HEXAll);
+  EXPECT_THROW(HUTZip::updateFiles(link, {{"../up", c}}, true), HEXDataException);
+  EXPECT_EQ(readFile(zip), before);
+  EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.file("real")), {}), 1)
+      << "no copy is left beside the archive";
+}
+
 TEST(HUTZip, DigestVerifiesUntilAMemberChanges) {
   TempDir dir;
   const std::string zip = dir.file("p.cfa");

@@ -36,6 +36,8 @@ void addWriterCommands(CLI::App& app, Commands& commands);
 void addCatalogCommands(CLI::App& app, Commands& commands);
 // labels, rqa show|add|extract (LabelCommands.cpp)
 void addLabelCommands(CLI::App& app, Commands& commands);
+// emu-props, emu-gen (EmuCommands.cpp)
+void addEmuCommands(CLI::App& app, Commands& commands);
 
 }  // namespace zr_cli
 

@@ -77,6 +77,7 @@ int main(int argc, char** argv) {
   zr_cli::addWriterCommands(app, commands);
   zr_cli::addCatalogCommands(app, commands);
   zr_cli::addLabelCommands(app, commands);
+  zr_cli::addEmuCommands(app, commands);
 
   try {
     app.parse(argc, argv);

@@ -314,6 +314,46 @@ int HUTZip::deleteFilesFromZip(const std::string& zipFile, const std::vector<std
   return deleted;
 }
 
+void HUTZip::updateFiles(const std::string& zipFile,
+                         const std::vector<std::pair<std::string, std::string>>& files, bool attachDigest) {
+  requireExisting(zipFile);
+  // The file behind a link is the one replaced, so that the link stays.
+  const std::string target = HUTFile::getCanonicalName(zipFile);
+  struct stat st;
+  if (::stat(target.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
+    throw HEXUserException("cannot update '" + zipFile + "': it is not a regular file");
+  for (const auto& entry : files) zr_zip::checkMemberName(zipFile, entry.first);
+
+  zr_zip::TempFile copy(zr_zip::directoryOf(target), ".zr-update-", target);
+  {
+    zr_owned::Fd in(HUTFile::openForReading(target));
+    char buffer[65536];
+    for (;;) {
+      const ssize_t got = ::read(in.get(), buffer, sizeof buffer);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) throw HEXUserException("cannot read '" + zipFile + "': " + std::strerror(errno));
+      if (got == 0) break;
+      copy.write(buffer, static_cast<std::size_t>(got));
+    }
+  }
+  copy.close();
+  {
+    Archive archive(copy.path(), OpenMode::kUpdate);
+    for (const auto& entry : files) archive.putFile(entry.first, entry.second);
+    archive.commit();
+  }
+  if (attachDigest) {
+    // The digest reads the members back, so it is taken over the written copy.
+    Archive archive(copy.path(), OpenMode::kUpdate);
+    archive.setComment(zr_zip::digestComment(zr_zip::computeDigest(archive)));
+    archive.commit();
+  }
+  // The copy was closed above: the mode is set by path, then the copy is renamed into place.
+  if (::chmod(copy.path().c_str(), st.st_mode & 07777) != 0)
+    throw HEXUserException("cannot update '" + zipFile + "': " + std::strerror(errno));
+  copy.commitTo(target, st.st_mode & 07777);
+}
+
 void HUTZip::attachDigestEn(const std::string& zipFile) {
   requireExisting(zipFile);
   Archive archive(zipFile, OpenMode::kUpdate);
