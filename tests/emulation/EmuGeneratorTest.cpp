@@ -180,7 +180,7 @@ namespace eval config {
  lappend board_repo_paths "/repo/boards"
  set feature_map_info [dict create]
  dict set feature_map_info Cdma_Base_Address0 0x12345678
- dict set feature_map_info Cdma_Base_Address1 0x0
+ dict set feature_map_info Cdma_Base_Address1 0x
  dict set feature_map_info Cdma_Base_Address2 0x100
  dict set feature_map_info Cdma_Base_Address3 0x100
  set memoryTags [dict create]

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "emulation/HTEQEmulationCfaMember.h"
+#include "hardware/HexForm.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
-#include "host/HUTConvert.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
@@ -165,16 +165,6 @@ std::string quoted(const std::string& value) {
 // The empty text is written as "" in the memory dictionaries.
 std::string memoryValue(const std::string& value) {
   return value.empty() ? "\"\"" : HTEQEmulationUtils::tclWord(value);
-}
-
-std::string cdmaAddress(std::uint32_t value) {
-  unsigned char bytes[4];
-  for (unsigned i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
-  std::string digits;
-  HUTConvert::dataToHexLittleEndian(bytes, sizeof bytes, digits);
-  digits = HUTConvert::trimLeading(digits, '0');
-  // The script reads the value as a number: zero is "0x0", never a bare "0x".
-  return "0x" + (digits.empty() ? std::string("0") : digits);
 }
 
 // Removes the temporary copies of the property files on every way out.
@@ -430,7 +420,7 @@ int HTEQEmulationUtils::writeEmuPropertiesDict(HPLPlatform* platform, const Prop
   if (!roms.empty())
     for (unsigned i = 0; i < HTEQHardwareFeatureRom::getCDMABaseAddressSize(); ++i)
       out << " dict set feature_map_info Cdma_Base_Address" << i << " "
-          << cdmaAddress(roms[0]->getCDMABaseAddress(i)) << "\n";
+          << zr_hw::hexForm(roms[0]->getCDMABaseAddress(i), 4) << "\n";
 
   std::string memoryDict;
   printMemoriesInfo(platform, out, memoryDict);

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "hardware/HexForm.h"
 #include "host/HEXAll.h"
-#include "host/HUTConvert.h"
 #include "platform/JSONObjectWriter.h"
 
 namespace {
@@ -28,15 +28,6 @@ constexpr unsigned kUUID = 184;
 constexpr unsigned kCDMABaseAddress = 204;
 constexpr unsigned kMaxTempLimit = 220;
 constexpr unsigned kMaxPowerLimit = 221;
-
-// "0x" and the value's hexadecimal digits without leading zeros; 0 gives "0x".
-std::string hexForm(uint64_t value, unsigned size) {
-  unsigned char bytes[8];
-  for (unsigned i = 0; i < size; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
-  std::string digits;
-  HUTConvert::dataToHexLittleEndian(bytes, size, digits);
-  return "0x" + HUTConvert::trimLeading(digits, '0');
-}
 
 const char* enabled(uint64_t bits, unsigned bit) { return (bits >> bit) & 1u ? "enabled" : "disabled"; }
 
@@ -183,17 +174,17 @@ void HTEQHardwareFeatureRom::toJSON(teq_platform::JSONObjectWriter& writer) cons
   writer.addKey("vbnvName", name(kVBNVName));
   writer.addKey("ddrChannelCount", std::to_string(getDDRChannelCount()));
   writer.addKey("ddrChannelSize", std::to_string(getDDRChannelSize()));
-  writer.addKey("drBaseAddress", hexForm(getDRBaseAddress(), 8));
+  writer.addKey("drBaseAddress", zr_hw::hexForm(getDRBaseAddress(), 8));
 
   uint64_t bits = getFeatureBitMap();
   teq_platform::JSONObjectWriter features;
-  features.addKey("value", hexForm(bits, 8));
+  features.addKey("value", zr_hw::hexForm(bits, 8));
   features.addKey("unifiedPlatform", std::string(enabled(bits, 0)));
   features.addKey("auroraLink", std::string(enabled(bits, 1)));
   features.addKey("boardMgmt", std::string(enabled(bits, 2)));
   features.addKey("boardScheduler", std::string(enabled(bits, 3)));
-  features.addKey("promType", hexForm((bits >> 4) & 0x7, 1));
-  features.addKey("debugType", hexForm((bits >> 8) & 0xff, 1));
+  features.addKey("promType", zr_hw::hexForm((bits >> 4) & 0x7, 1));
+  features.addKey("debugType", zr_hw::hexForm((bits >> 8) & 0xff, 1));
   features.addKey("peerToPeer", std::string(enabled(bits, 16)));
   features.addKey("uuid", std::string(enabled(bits, 17)));
   features.addKey("clockThrottling", std::string(enabled(bits, 21)));
@@ -202,7 +193,7 @@ void HTEQHardwareFeatureRom::toJSON(teq_platform::JSONObjectWriter& writer) cons
 
   writer.addKey("uuid", getUUIDAsString());
   for (unsigned i = 0; i < getCDMABaseAddressSize(); ++i) {
-    writer.addKey("cdmaBaseAddress" + std::to_string(i), hexForm(getCDMABaseAddress(i), 4));
+    writer.addKey("cdmaBaseAddress" + std::to_string(i), zr_hw::hexForm(getCDMABaseAddress(i), 4));
   }
   writer.addKey("maxTempLimit", std::to_string(getMaxTempLimit()));
   writer.addKey("maxPowerLimit", std::to_string(getMaxPowerLimit()));
