@@ -20,6 +20,77 @@ ZR_JNI_MODEL_OWNED(HTEQReconfigurablePartition)
 %nodefaultdtor teq_platform::JSONSerializable;
 %ignore teq_platform::JSONSerializable::~JSONSerializable;
 
+/* Enum values are compiled into the Java proxies, not read through calls. */
+%javaconst(1);
+
+/* Fixed-width integers stay opaque as arguments; the values the model answers
+   in them come back as Java numbers, since an opaque result could neither be
+   read nor freed from Java. */
+%apply unsigned int {
+  uint32_t getDesignID, uint32_t getParentID, uint32_t getNodeID, uint32_t getFunctionID,
+  uint32_t getTILPlInterfaceID, uint32_t getTILNodeID, uint32_t getTILUniqueID, uint32_t getTILPuID,
+  uint32_t getNodeIDFromLfa, uint32_t getNpiBaseAddress
+};
+%apply unsigned long long { uint64_t getHBMBankCount, uint64_t getHBMDefaultBankCount };
+
+/* Operations that take ownership of an object, or make another object delete
+   it: Java only holds objects the model already owns, so a call would free
+   one object twice. */
+%ignore HTEQPlatform::addReconfigurablePartition;
+%ignore HTEQPlatform::addSoftwarePlatform;
+%ignore HTEQPlatform::setHardwarePlatform;
+%ignore HTEQPlatform::setHardwareEmulationPlatform;
+%ignore HTEQPlatform::setDefaultRPHardwarePlatform;
+%ignore HTEQPlatform::setDefaultRPHardwareEmulationPlatform;
+%ignore HTEQReconfigurablePartition::setHardwarePlatform;
+%ignore HTEQReconfigurablePartition::setHardwareEmulationPlatform;
+
+/* Results Java could not use or free: iterator pairs, property trees made by
+   value, internal trees and streams, and out-parameters of types Java cannot
+   make (a std::string or bool to fill, a progress callback). */
+%ignore HTEQHardwarePlatform::getFeatureRomVecRange;
+%ignore teq_platform::JSONWriter::getTree;
+%ignore teq_platform::JSONWriter::getOtherTree;
+%ignore teq_platform::JSONWriter::write;
+%ignore teq::platform::NativeObjectService::PathToken;
+%ignore teq::platform::NativeObjectService::scanJsonPath;
+%ignore teq::platform::NativeObjectService::getAsPropertyTree;
+%ignore teq::platform::NativeObjectService::getNodeByPath;
+%ignore teq::platform::NativeObjectService::getChild;
+%ignore teq::platform::NativeObjectService::getChildOptional;
+%ignore teq::platform::NativeObjectService::getStringValue;
+%ignore teq::platform::NativeObjectService::getBoolValue;
+%ignore teq::platform::NativeObjectService::getObjectsByPath(const std::string&, const std::string&, bool&) const;
+%ignore teq::platform::NativeObjectService::getObjectsByPath(teq_platform::PlatformLoader*, const std::string&, bool&) const;
+%ignore teq::platform::NativeObjectService::getHwPlatformRootPath(const Tree&) const;
+%ignore teq::platform::NativeObjectService::hasNodeAtPath(const Tree&, const std::string&) const;
+%ignore teq::platform::NativeObjectService::hasLegacyHwPlatformRootPath(const Tree&) const;
+%ignore teq::platform::NativeObjectService::getPathWithActualHwPlatformRoot(const Tree&, const std::string&) const;
+%ignore teq::platform::NativeObjectService::_getHwPlatformRootPath;
+%ignore teq::platform::NativeObjectService::getHwMetadataMode;
+%ignore teq::platform::NativeCatalogService::getAllAsJsonStr(const std::string&, bool, const Progress&) const;
+%ignore teq::platform::NativeCatalogService::getPlatformInfo_;
+%ignore teq::platform::NativeCatalogService::getCompilerVersion_;
+%ignore teq::platform::NativeCatalogService::setTestCompilerVersion_;
+%ignore teq::platform::NativeCatalogService::isUnderWarranty;
+%ignore teq::platform::NativeCatalogService::isPreSynthPlatformSupported;
+%ignore teq::platform::NativeCatalogService::canCfaBeOpened;
+%ignore teq::platform::NativeCatalogService::getPlatformVersion;
+%ignore teq::platform::NativeCatalogService::getColor;
+
+/* Of a const and a non-const overload Java gets the const one; a Java string
+   goes to the std::string overload, never through char*. */
+%ignore HTEQHardwarePlatform::getDesignIntent();
+%ignore HTEQHardwarePlatform::getTilHardware();
+%ignore HTEQHardwarePlatform::getTilPartitions();
+%ignore teq_platform::JSONListWriter::addItem(const char*);
+%ignore teq_platform::JSONListWriter::addItem(JSONWriter&&);
+%warnfilter(SWIGWARN_TYPE_UNDEFINED_CLASS) teq::platform::NativeObjectService;
+
+/* The IDE takes platforms and hardware platforms as they are, not as
+   JSONSerializable: their proxies stand alone and have no upcast. */
+%typemap(javabase, replace = "1") HTEQPlatform, HTEQHardwarePlatform ""
+
 /* Every create...Iter of the model gives the caller a new iterator. */
 %newobject HTEQPlatformMgr::createPlatformIter;
 %newobject HTEQHardwarePlatform::createSystemClockIter;
