@@ -46,9 +46,13 @@ ZR_JNI_MODEL_OWNED(HTEQReconfigurablePartition)
 %ignore HTEQReconfigurablePartition::setHardwareEmulationPlatform;
 
 /* Results Java could not use or free: iterator pairs, property trees made by
-   value, internal trees and streams, and out-parameters of types Java cannot
-   make (a std::string or bool to fill, a progress callback). */
+   value, hardware databases made for the caller, internal trees and streams,
+   and out-parameters of types Java cannot make (a std::string, bool, tree or
+   map to fill, a progress callback). */
 %ignore HTEQHardwarePlatform::getFeatureRomVecRange;
+%ignore HTEQHardwarePlatform::createHwDb;
+%ignore HTEQHardwarePlatform::getExtMetaJsonAsPtree;
+%ignore HTEQHardwarePlatform::parseMetaData;
 %ignore teq_platform::JSONWriter::getTree;
 %ignore teq_platform::JSONWriter::getOtherTree;
 %ignore teq_platform::JSONWriter::write;

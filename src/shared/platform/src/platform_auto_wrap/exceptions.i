@@ -26,3 +26,14 @@
     return $null;
   }
 %}
+
+/* A result returned by value is copied to the heap for its proxy; a failure
+   of that copy is raised like any other. */
+%typemap(out) SWIGTYPE %{
+  try {
+    *($&1_ltype*)&$result = new $1_ltype($1);
+  } catch (...) {
+    zr_jni::rethrowToJava(jenv);
+    return $null;
+  }
+%}
