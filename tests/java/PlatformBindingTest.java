@@ -136,7 +136,7 @@ public final class PlatformBindingTest {
     gone.delete();
     gone.delete();  // a second delete does nothing
     expectThrow("a deleted vector", NullPointerException.class,
-        "std::vector< std::string > object is deleted or null", () -> gone.size());
+        "StringVector object is deleted or null", () -> gone.size());
   }
 
   // Vectors and iterators: order, size, clear, empty iteration, ownership.
