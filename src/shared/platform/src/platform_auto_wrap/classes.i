@@ -17,6 +17,15 @@ ZR_JNI_MODEL_OWNED(HTEQProcessorGroup)
 ZR_JNI_MODEL_OWNED(HTEQBootImg)
 ZR_JNI_MODEL_OWNED(HTEQTilHardware)
 ZR_JNI_MODEL_OWNED(HTEQReconfigurablePartition)
+/* The utility classes are all static, and the catalog interface is deleted
+   through its implementation: none of them is made or deleted from Java. */
+%nodefaultctor HTEQPlatformUtils;
+%nodefaultdtor HTEQPlatformUtils;
+%nodefaultctor HTEQSoftwarePlatformUtils;
+%nodefaultdtor HTEQSoftwarePlatformUtils;
+%nodefaultdtor teq::platform::CatalogService;
+%ignore teq::platform::CatalogService::~CatalogService;
+
 %nodefaultdtor teq_platform::JSONSerializable;
 %ignore teq_platform::JSONSerializable::~JSONSerializable;
 
