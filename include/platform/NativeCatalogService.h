@@ -66,7 +66,9 @@ class ZR_PLATFORM_API NativeCatalogService : public CatalogService {
   static bool getPlatformVersion(const HTEQHardwarePlatform* hardware, std::string& text, int& major,
                                  int& minor);
   // The exception list's verdict: 0 black, 1 white, 2 list unusable, 3 no
-  // match; `reason` gets the matching entry's reason.
+  // match; `reason` gets the matching entry's reason. The list's path and the
+  // product it is read for are taken on the first call and kept for the
+  // process; the list itself is read again when its file changes.
   static int getColor(teq_platform::PlatformLoader* loader, std::string& reason);
   // Where the exception list lies: APPROOT/platforms/achromatic.
   static std::string getAchromaticPath();

@@ -233,7 +233,32 @@ TEST(JsonFastPath, EachKindOfMistakeGivesTheReferenceError) {
     zr_json::Document doc;
     EXPECT_FALSE(doc.parse(text, 512)) << text;
     EXPECT_THROW_MSG(zr_json::readDocument(text, doc, "doc", 512), HEXDataException, ref.error);
+    // A member left out of the document is checked all the same.
+    const std::string member = "{\"keep\": \"1\", \"skip\": " + text + "}";
+    EXPECT_FALSE(doc.parse(member, 512, {"skip"})) << member;
   }
+}
+
+TEST(JsonFastPath, SkippedRootMembersAreLeftOutAndNestedOnesKept) {
+  DocumentMaker maker(5);
+  for (int i = 0; i < 1000; ++i) {
+    const std::string text = "{\"skip\": " + maker.document() + ", \"keep\": " + maker.document() +
+                             ", \"skip\": [{\"skip\": " + maker.document() + "}]}";
+    zr_json::Document full;
+    zr_json::Document part;
+    ASSERT_TRUE(full.parse(text, HTEQJSONUtils::kMaxDepth)) << text;
+    ASSERT_TRUE(part.parse(text, HTEQJSONUtils::kMaxDepth, {"skip"})) << text;
+    Tree expected;
+    full.toTree(expected);
+    expected.erase("skip");
+    Tree got;
+    part.toTree(got);
+    ASSERT_TRUE(got == expected) << text;
+  }
+  // The depth limit holds inside a skipped member too.
+  zr_json::Document doc;
+  EXPECT_FALSE(doc.parse("{\"skip\": [[[\"x\"]]]}", 3, {"skip"}));
+  EXPECT_TRUE(doc.parse("{\"skip\": [[\"x\"]]}", 3, {"skip"}));
 }
 
 TEST(JsonFastPath, TextsOnlyTheReferenceParserTakesStillRead) {

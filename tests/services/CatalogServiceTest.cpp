@@ -3,6 +3,7 @@
 // shapes, and a catalog over a repository that mixes good and broken platforms.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <boost/property_tree/json_parser.hpp>
 #include <set>
@@ -17,6 +18,7 @@
 #include "platform/HTEQEnv.h"
 #include "platform/NativeCatalogService.h"
 #include "platform/PlatformLoader.h"
+#include "repository/SupportPolicy.h"
 #include "support/RepoBuilder.h"
 #include "support/ScopedInstance.h"
 #include "support/TestSupport.h"
@@ -31,8 +33,11 @@ using Tree = boost::property_tree::ptree;
 
 class CatalogPolicy : public ::testing::Test {
  protected:
-  void SetUp() override {
-    env_.setAppRoots({app_.path()});
+  void SetUp() override { useAppRoot(app_.path()); }
+  // The list lookup keeps the first application root it sees: each test starts it again.
+  void useAppRoot(const std::string& root) {
+    env_.setAppRoots({root});
+    teq::platform::support_policy::resetExceptionListLookup();
     service_.setTestCompilerVersion_("2021.1");
   }
 
@@ -184,7 +189,7 @@ TEST_F(CatalogPolicy, ExceptionListCases) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.label);
     zr_test::TempDir app;
-    env_.setAppRoots({app.path()});
+    useAppRoot(app.path());
     if (row.packed.rfind("plain:", 0) == 0) {
       app.write("platforms/achromatic", row.packed.substr(6));
     } else if (row.packed != "-") {
@@ -200,7 +205,7 @@ TEST_F(CatalogPolicy, ExceptionListCases) {
     }
   }
   zr_test::TempDir app;
-  env_.setAppRoots({app.path()});
+  useAppRoot(app.path());
   app.write("platforms/achromatic/inside", "");  // a directory is no list
   std::string reason;
   EXPECT_EQ(2, color(file, reason));
@@ -369,6 +374,10 @@ TEST_F(CatalogPolicy, CatalogOfAMixedRepositoryHoldsEveryGoodPlatform) {
   repo_.write("broken/broken.zdf", "<not-a-descriptor");
   repo_.write("nohw/nohw.zdf", zr_test::repoZdfText("nohw.lfa", "nohw.spfm"));
   repo_.write("garbage/garbage.zdf", std::string("\0\1\2", 3));
+  // Its policy check throws on the version text "next": left out like a failed load.
+  RepoPlatform unreadable = platform("badext", 2018, 1);
+  unreadable.metaJson = "{\"extended_warranty\":[\"next\"]}";
+  write(unreadable);
   ::testing::internal::CaptureStdout();
   const Tree catalog = parse(service_.getAllAsJsonStr(repo_.path(), true, false));
   ::testing::internal::GetCapturedStdout();
@@ -382,6 +391,23 @@ TEST_F(CatalogPolicy, CatalogOfAMixedRepositoryHoldsEveryGoodPlatform) {
   }
   TempDir empty;
   EXPECT_EQ("", parse(service_.getAllAsJsonStr(empty.path(), false, false)).get<std::string>("platforms"));
+}
+
+TEST_F(CatalogPolicy, HiddenPlatformHasNoReport) {
+  // The hidden platform is the one whose unique name, its path as given, is
+  // the reserved name; the same descriptor under another spelling is reported.
+  const std::string file = write(platform("hid", 2021, 1));
+  const std::string dir = file.substr(0, file.rfind('/'));
+  const std::string reserved = "torvane:rq118:linux-uart:1.0";
+  zr_test::writeFile(dir + "/" + reserved, zr_test::readFile(file));
+  char previous[4096];
+  ASSERT_NE(nullptr, ::getcwd(previous, sizeof previous));
+  ASSERT_EQ(0, ::chdir(dir.c_str()));
+  const std::string hidden = service_.getAsJsonStr(reserved, true, false);
+  const std::string shown = service_.getAsJsonStr("./" + reserved, true, false);
+  ASSERT_EQ(0, ::chdir(previous));
+  EXPECT_EQ("", hidden);
+  EXPECT_NE("", shown);
 }
 
 }  // namespace
@@ -438,6 +464,31 @@ TEST_F(CatalogPolicy, PartitionArrayOfThePartitionedSample) {
   EXPECT_EQ(report.get<std::string>("systemClockCount"), service_.getValue(file, "systemClockCount"));
   EXPECT_FALSE(
       parse(service_.getAsJsonStr(file, false, false)).get_child_optional("reconfigurablePartitions"));
+}
+
+TEST_F(CatalogPolicy, CatalogEntriesEqualTheReportsOfFullLoads) {
+  // The catalog reads only what reports show of the hardware metadata, and
+  // loads again in full where the policy reads the document; each entry must
+  // be the report of a full load.
+  zr_cli::SampleOptions options;
+  options.scale = 0.02;
+  options.policy = true;
+  zr_cli::generateSample(repo_.file("sample"), options);
+  for (const bool listed : {false, true}) {
+    SCOPED_TRACE(listed ? "list names this product" : "no list");
+    if (listed) writeList("{\"black_list\":[" + entry("acme_dc", "") + "]}");
+    for (const bool detailed : {true, false}) {
+      ::testing::internal::CaptureStdout();
+      const Tree catalog = parse(service_.getAllAsJsonStr(repo_.file("sample"), detailed, false));
+      ::testing::internal::GetCapturedStdout();
+      ASSERT_GT(catalog.get_child("platforms").size(), 10u);
+      for (const auto& item : catalog.get_child("platforms")) {
+        const std::string file = item.second.get<std::string>("platformFile");
+        SCOPED_TRACE(file);
+        EXPECT_TRUE(item.second == parse(service_.getAsJsonStr(file, detailed, false)));
+      }
+    }
+  }
 }
 
 }  // namespace

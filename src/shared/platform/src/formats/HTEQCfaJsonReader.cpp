@@ -16,6 +16,7 @@
 #include "host/HUTZip.h"
 #include "host/IslIostreams.h"
 #include "json/JsonDocument.h"
+#include "loading/ReportOnlyLoad.h"
 #include "platform/HPLBoard.h"
 #include "platform/HPLCore.h"
 #include "platform/HPLDevice.h"
@@ -253,8 +254,12 @@ bool HTEQCfaJsonReader::parseFile(const std::string& file) {
 bool HTEQCfaJsonReader::parseJsonString(const std::string& textIn) {
   if (textIn.empty()) return false;
   zr_json::Document doc;
-  zr_json::readDocument(textIn, doc, archive_.empty() ? std::string("JSON metadata") : archive_,
-                        HTEQJSONUtils::kMaxDepth);
+  const std::string name = archive_.empty() ? std::string("JSON metadata") : archive_;
+  if (teq_platform::ReportOnlyLoad::active())
+    zr_json::readDocument(textIn, doc, name, HTEQJSONUtils::kMaxDepth,
+                          teq_platform::ReportOnlyLoad::skippedMembers());
+  else
+    zr_json::readDocument(textIn, doc, name, HTEQJSONUtils::kMaxDepth);
   parseRoot_(doc.root());
   return true;
 }

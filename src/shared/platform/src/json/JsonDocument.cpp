@@ -51,8 +51,9 @@ constexpr SpecialBytes kSpecial{};
 // reports the error.
 class Document::Parser {
  public:
-  Parser(Document& doc, std::string_view text, unsigned maxDepth)
-      : doc_(doc), p_(text.data()), end_(text.data() + text.size()), maxDepth_(maxDepth) {}
+  Parser(Document& doc, std::string_view text, unsigned maxDepth,
+         const std::vector<std::string_view>* skipped)
+      : doc_(doc), p_(text.data()), end_(text.data() + text.size()), maxDepth_(maxDepth), skipped_(skipped) {}
 
   bool run() {
     skipWs();
@@ -313,6 +314,8 @@ class Document::Parser {
   bool container(Node& node, unsigned depth, bool keyed) {
     if (depth > maxDepth_) return false;
     const char close = keyed ? '}' : ']';
+    // Only the root object's members are ever left out.
+    const bool filtered = keyed && depth == 1 && skipped_ != nullptr;
     ++p_;
     skipWs();
     if (p_ != end_ && *p_ == close) {
@@ -322,17 +325,97 @@ class Document::Parser {
     Node* last = nullptr;
     for (;;) {
       skipWs();
-      Node* child = doc_.newNode();
-      (last ? last->next : node.first) = child;
-      last = child;
+      std::string_view key;
       if (keyed) {
-        if (p_ == end_ || *p_ != '"' || !string(child->key)) return false;
+        if (p_ == end_ || *p_ != '"' || !string(key)) return false;
         skipWs();
         if (p_ == end_ || *p_ != ':') return false;
         ++p_;
         skipWs();
       }
-      if (!value(*child, depth)) return false;
+      if (filtered && std::find(skipped_->begin(), skipped_->end(), key) != skipped_->end()) {
+        if (!skipValue(depth)) return false;
+      } else {
+        Node* child = doc_.newNode();
+        (last ? last->next : node.first) = child;
+        last = child;
+        child->key = key;
+        if (!value(*child, depth)) return false;
+      }
+      skipWs();
+      if (p_ == end_) return false;
+      if (*p_ == ',') {
+        ++p_;
+        continue;
+      }
+      if (*p_ != close) return false;
+      ++p_;
+      return true;
+    }
+  }
+
+  // What value() accepts, stepped over without a node or a decoded string.
+  bool skipValue(unsigned depth) {
+    if (p_ == end_) return false;
+    std::string_view unused;
+    switch (*p_) {
+      case '{':
+        return skipContainer(depth + 1, true);
+      case '[':
+        return skipContainer(depth + 1, false);
+      case '"':
+        return skipString();
+      case 't':
+        return literal("true", 4);
+      case 'f':
+        return literal("false", 5);
+      case 'n':
+        return literal("null", 4);
+      default:
+        return number(unused);
+    }
+  }
+
+  bool skipString() {
+    ++p_;  // the opening quote
+    for (;;) {
+      skipPlain();
+      if (p_ == end_) return false;
+      const unsigned char c = static_cast<unsigned char>(*p_);
+      if (c == '"') {
+        ++p_;
+        return true;
+      }
+      if (c == '\\') {
+        ++p_;
+        char decoded[4];  // the longest character an escape gives
+        char* dst = decoded;
+        if (!escape(dst)) return false;
+      } else if (c < 0x20 || !checkMultiByte()) {
+        return false;
+      }
+    }
+  }
+
+  bool skipContainer(unsigned depth, bool keyed) {
+    if (depth > maxDepth_) return false;
+    const char close = keyed ? '}' : ']';
+    ++p_;
+    skipWs();
+    if (p_ != end_ && *p_ == close) {
+      ++p_;
+      return true;
+    }
+    for (;;) {
+      skipWs();
+      if (keyed) {
+        if (p_ == end_ || *p_ != '"' || !skipString()) return false;
+        skipWs();
+        if (p_ == end_ || *p_ != ':') return false;
+        ++p_;
+        skipWs();
+      }
+      if (!skipValue(depth)) return false;
       skipWs();
       if (p_ == end_) return false;
       if (*p_ == ',') {
@@ -349,6 +432,7 @@ class Document::Parser {
   const char* p_;
   const char* const end_;
   const unsigned maxDepth_;
+  const std::vector<std::string_view>* const skipped_;
 };
 
 Document::Document() { clear(); }
@@ -384,13 +468,20 @@ Document::Node* Document::newNode() {
   return &blocks_.back()[blockUsed_++];
 }
 
-bool Document::parse(std::string_view text, unsigned maxDepth) {
+bool Document::parse(std::string_view text, unsigned maxDepth) { return parse_(text, maxDepth, nullptr); }
+
+bool Document::parse(std::string_view text, unsigned maxDepth, const std::vector<std::string_view>& skipped) {
+  return parse_(text, maxDepth, &skipped);
+}
+
+bool Document::parse_(std::string_view text, unsigned maxDepth,
+                      const std::vector<std::string_view>* skipped) {
   clear();
   // The reference parser skips three bytes after a leading 0xEF whatever
   // they are; such texts are left to it.
   if (!text.empty() && static_cast<unsigned char>(text[0]) == 0xef) return false;
   textSize_ = text.size();
-  Parser parser(*this, text, maxDepth);
+  Parser parser(*this, text, maxDepth, skipped);
   if (parser.run()) return true;
   clear();
   return false;
@@ -474,9 +565,15 @@ std::string depthMessage(unsigned maxDepth) {
 }  // namespace
 
 void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth) {
+  static const std::vector<std::string_view> kNone;
+  readDocument(text, doc, name, maxDepth, kNone);
+}
+
+void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth,
+                  const std::vector<std::string_view>& skipped) {
   // The parser keeps to the depth limit itself, so a text it takes is no
   // deeper than allowed.
-  if (doc.parse(text, maxDepth)) return;
+  if (skipped.empty() ? doc.parse(text, maxDepth) : doc.parse(text, maxDepth, skipped)) return;
   // Otherwise nesting is measured first, so that a hostile document is
   // refused with the same message whatever else is wrong with it (and the
   // recursive reference parser never sees it).

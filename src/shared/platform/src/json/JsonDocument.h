@@ -81,6 +81,12 @@ class Document {
   bool parse(std::string_view text, unsigned maxDepth);
   bool parse(std::string&& text, unsigned maxDepth) = delete;  // would leave views into a temporary
 
+  // The same, except that the values of the root object's members named in
+  // `skipped` are checked as strictly as the rest but not kept: a reader that
+  // needs only part of a large document does not build the rest. A text that
+  // parse() refuses is refused here too.
+  bool parse(std::string_view text, unsigned maxDepth, const std::vector<std::string_view>& skipped);
+
   // Rebuilds the document from a property tree (used when only the reference
   // parser could read a text).
   void assign(const boost::property_tree::ptree& tree);
@@ -93,6 +99,7 @@ class Document {
 
  private:
   class Parser;
+  bool parse_(std::string_view text, unsigned maxDepth, const std::vector<std::string_view>* skipped);
   void clear();
   Node* newNode();
   char* decodeBlock();
@@ -118,6 +125,10 @@ std::string readText(std::istream& in, const std::string& name);
 // the line, or the depth limit.
 void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth);
 void readDocument(std::string&& text, Document& doc, const std::string& name, unsigned maxDepth) = delete;
+// The same with the root members named in `skipped` left out of the document
+// (a text that only the reference parser reads is kept whole).
+void readDocument(const std::string& text, Document& doc, const std::string& name, unsigned maxDepth,
+                  const std::vector<std::string_view>& skipped);
 
 // Parses JSON text into `tree` (replacing what it held) with the property
 // tree parser's own error: boost::property_tree::json_parser_error for text

@@ -4,6 +4,7 @@
 #include "host/ComMsgMgr.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
+#include "loading/ReportOnlyLoad.h"
 #include "platform/HPLPlatform.h"
 #include "platform/HTEQCfaJsonReader.h"
 #include "platform/HTEQCfaXmlReader.h"
@@ -16,6 +17,19 @@
 namespace teq_platform {
 
 PlatformParseException::~PlatformParseException() = default;
+
+namespace {
+thread_local bool reportOnly = false;
+}
+
+ReportOnlyLoad::ReportOnlyLoad() : previous_(reportOnly) { reportOnly = true; }
+ReportOnlyLoad::~ReportOnlyLoad() { reportOnly = previous_; }
+bool ReportOnlyLoad::active() { return reportOnly; }
+
+const std::vector<std::string_view>& ReportOnlyLoad::skippedMembers() {
+  static const std::vector<std::string_view> kSkipped{"busInterfaces", "nocConnectivity", "ipParameters"};
+  return kSkipped;
+}
 
 PlatformLoader::PlatformLoader(const std::string& file, HwMetadataMode mode)
     : platform_ptr_(std::make_shared<HTEQPlatform>()), file_(file), mode_(mode) {

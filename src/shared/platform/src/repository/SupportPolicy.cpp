@@ -1,6 +1,8 @@
 // The support policy of NativeCatalogService: which platforms this tool
 // release accepts, and the sentence that explains a refusal.
 
+#include "repository/SupportPolicy.h"
+
 #include <sys/stat.h>
 
 #include <boost/property_tree/ptree.hpp>
@@ -138,7 +140,93 @@ bool listsProduct(const Tree& entry, const std::string& product) {
   return false;
 }
 
+// Where the list lies and which product it is read for: taken from the
+// environment on the first use and kept for the life of the process, as a
+// host sets its application root and product once, before any check.
+struct ListLookup {
+  std::mutex mutex;
+  bool set = false;
+  std::string path;
+  std::string product;
+};
+
+ListLookup& listLookup() {
+  static ListLookup lookup;
+  return lookup;
+}
+
+void listPathAndProduct(std::string& path, std::string& product) {
+  ListLookup& lookup = listLookup();
+  std::lock_guard<std::mutex> lock(lookup.mutex);
+  if (!lookup.set) {
+    lookup.path = NativeCatalogService::getAchromaticPath();
+    lookup.product = HTEQEnv::getProductName();
+    lookup.set = true;
+  }
+  path = lookup.path;
+  product = lookup.product;
+}
+
+// What isUnderWarranty and canCfaBeOpened read before their own rules: the
+// platform (refused unless unified, `noun` naming it in the sentence), the
+// exemption of embedded platforms, then both versions.
+struct HostChecks {
+  enum Outcome { Refused, Supported, Compare };
+  std::shared_ptr<HTEQPlatform> platform;
+  std::string name;
+  std::string version;
+  int major = 0;
+  int minor = 0;
+  ToolVersion tool;
+};
+
+HostChecks::Outcome checkHostPlatform(teq_platform::PlatformLoader* loader, const char* noun,
+                                      const std::string& compilerVersion, bool sayFailure, HostChecks& checks,
+                                      std::string& reason) {
+  if (loader != nullptr) checks.platform = loader->load();
+  const HTEQPlatform* platform = checks.platform.get();
+  if (platform == nullptr) {
+    if (sayFailure) HUTConsole::out("Error: failed to load platform\n");
+    return HostChecks::Refused;
+  }
+  checks.name = baseNameOf(loader->getFilePath());
+  if (!platform->isUnified()) {
+    reason = std::string(noun) + " '" + checks.name + kNotUnified;
+    return HostChecks::Refused;
+  }
+  // Embedded platforms are under no version rule.
+  if (!hasHostIntent(*platform)) return HostChecks::Supported;
+  NativeCatalogService::getPlatformVersion(platform->getHardwarePlatform(), checks.version, checks.major,
+                                           checks.minor);
+  checks.tool = readToolVersion(compilerVersion, kVersionless, "2019.1");
+  return HostChecks::Compare;
+}
+
 }  // namespace
+
+namespace support_policy {
+
+bool exceptionListNamesProduct() {
+  std::string path;
+  std::string product;
+  listPathAndProduct(path, product);
+  const std::shared_ptr<const Tree> list = readList(path);
+  for (const auto& top : *list) {
+    for (const auto& entry : top.second) {
+      const boost::optional<const Tree&> products = entry.second.get_child_optional("products");
+      if (products && listsProduct(entry.second, product)) return true;
+    }
+  }
+  return false;
+}
+
+void resetExceptionListLookup() {
+  ListLookup& lookup = listLookup();
+  std::lock_guard<std::mutex> lock(lookup.mutex);
+  lookup.set = false;
+}
+
+}  // namespace support_policy
 
 std::string NativeCatalogService::getAchromaticPath() {
   const std::string sep = HUTFile::getSeparator();
@@ -146,8 +234,9 @@ std::string NativeCatalogService::getAchromaticPath() {
 }
 
 int NativeCatalogService::getColor(teq_platform::PlatformLoader* loader, std::string& reason) {
-  const std::string path = getAchromaticPath();
-  const std::string product = HTEQEnv::getProductName();
+  std::string path;
+  std::string product;
+  listPathAndProduct(path, product);
   const std::shared_ptr<const Tree> list = readList(path);
   if (list->empty()) {
     ZR_SEND_MSG("@74-49@%s", kListMaskError, path);
@@ -200,23 +289,20 @@ bool NativeCatalogService::isUnderWarranty(teq_platform::PlatformLoader* loader,
     return false;
   }
   if (!productName.empty()) HUTEnv::instance().setProductName(productName);
-  std::shared_ptr<HTEQPlatform> platform = loader->load();
-  const std::string name = baseNameOf(loader->getFilePath());
-  if (!platform) {
-    HUTConsole::out("Error: failed to load platform\n");
-    return false;
+  HostChecks checks;
+  switch (checkHostPlatform(loader, "Platform", getCompilerVersion_(), true, checks, reason)) {
+    case HostChecks::Refused:
+      return false;
+    case HostChecks::Supported:
+      return true;
+    case HostChecks::Compare:
+      break;
   }
-  if (!platform->isUnified()) {
-    reason = "Platform '" + name + kNotUnified;
-    return false;
-  }
-  // Embedded platforms are under no version rule.
-  if (!hasHostIntent(*platform)) return true;
-  std::string version;
-  int major = 0;
-  int minor = 0;
-  getPlatformVersion(platform->getHardwarePlatform(), version, major, minor);
-  const ToolVersion tool = readToolVersion(getCompilerVersion_(), kVersionless, "2019.1");
+  const std::string& name = checks.name;
+  const std::string& version = checks.version;
+  const int major = checks.major;
+  const int minor = checks.minor;
+  const ToolVersion& tool = checks.tool;
   const std::string head = "Platform '" + name + "' (version " + version +
                            ") is not supported by the current tool version (" + tool.text + "). By policy, ";
   if (isNewer(major, minor, tool)) {
@@ -227,7 +313,7 @@ bool NativeCatalogService::isUnderWarranty(teq_platform::PlatformLoader* loader,
 
   // The document's "extensions" is the hardware platform's extension
   // metadata: without any there is no list, and the document is not built.
-  const HTEQHardwarePlatform* hardware = platform->getHardwarePlatform();
+  const HTEQHardwarePlatform* hardware = checks.platform->getHardwarePlatform();
   if (tool.major != 0 && hardware != nullptr && !hardware->getExtMetaJsonAsString().empty()) {
     const NativeObjectService objects;
     const Tree document = objects.getAsPropertyTree(loader);
@@ -308,24 +394,20 @@ bool NativeCatalogService::isPreSynthPlatformSupported(teq_platform::PlatformLoa
 }
 
 bool NativeCatalogService::canCfaBeOpened(teq_platform::PlatformLoader* loader, std::string& reason) const {
-  if (loader == nullptr) return false;
-  std::shared_ptr<HTEQPlatform> platform = loader->load();
-  if (!platform) return false;
-  const std::string name = baseNameOf(loader->getFilePath());
-  if (!platform->isUnified()) {
-    reason = "CFA '" + name + kNotUnified;
-    return false;
+  HostChecks checks;
+  switch (checkHostPlatform(loader, "CFA", getCompilerVersion_(), false, checks, reason)) {
+    case HostChecks::Refused:
+      return false;
+    case HostChecks::Supported:
+      return true;
+    case HostChecks::Compare:
+      break;
   }
-  if (!hasHostIntent(*platform)) return true;
-  std::string version;
-  int major = 0;
-  int minor = 0;
-  getPlatformVersion(platform->getHardwarePlatform(), version, major, minor);
-  const ToolVersion tool = readToolVersion(getCompilerVersion_(), kVersionless, "2019.1");
   // Opening is allowed for any older version: only a newer one is refused.
-  if (isNewer(major, minor, tool)) {
-    reason = "CFA '" + name + "' (version " + version + ") is not supported by the current tool version (" +
-             tool.text + "). By policy, the CFA version can not be newer than the current tool version";
+  if (isNewer(checks.major, checks.minor, checks.tool)) {
+    reason = "CFA '" + checks.name + "' (version " + checks.version +
+             ") is not supported by the current tool version (" + checks.tool.text +
+             "). By policy, the CFA version can not be newer than the current tool version";
     return false;
   }
   return true;

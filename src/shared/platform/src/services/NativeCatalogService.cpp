@@ -9,11 +9,13 @@
 #include "host/HUTConsole.h"
 #include "host/HUTEnv.h"
 #include "json/JsonDocument.h"
+#include "loading/ReportOnlyLoad.h"
 #include "platform/HTEQHardwarePlatform.h"
 #include "platform/HTEQPlatform.h"
 #include "platform/HTEQReconfigurablePartition.h"
 #include "platform/NativePlatformRepoService.h"
 #include "platform/PlatformLoader.h"
+#include "repository/SupportPolicy.h"
 
 namespace teq {
 namespace platform {
@@ -55,6 +57,27 @@ NativeCatalogService::Tree partitionTree(const HTEQReconfigurablePartition& part
     entry.put("hwEmuSystemClockCount", clockCount(*emu));
   }
   return entry;
+}
+
+// A loader of `file` that has loaded what the report of getPlatformInfo_
+// reads. The hardware metadata is read without the parts no report shows,
+// unless the support policy may look into the platform's document: through
+// the exception list, when an entry names this product, or through the
+// extended warranty, when the hardware platform has extension metadata.
+// Such a platform is loaded again in full.
+std::unique_ptr<teq_platform::PlatformLoader> reportLoader(const std::string& file, bool detailed) {
+  using teq_platform::PlatformLoader;
+  auto loader = std::make_unique<PlatformLoader>(file, PlatformLoader::Default);
+  if (detailed && support_policy::exceptionListNamesProduct()) return loader;
+  std::shared_ptr<HTEQPlatform> platform;
+  {
+    teq_platform::ReportOnlyLoad partial;
+    platform = loader->load();
+  }
+  const HTEQHardwarePlatform* hw = platform ? platform->getHardwarePlatform() : nullptr;
+  if (detailed && hw != nullptr && !hw->getExtMetaJsonAsString().empty())
+    loader = std::make_unique<PlatformLoader>(file, PlatformLoader::Default);
+  return loader;
 }
 
 }  // namespace
@@ -132,7 +155,12 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
                                                   const Progress& progress) const {
   std::vector<std::string> files;
   NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
-  Tree platforms;
+  // The text is what the tree writer prints for {"platforms": [entry...]},
+  // written one entry at a time: only the current platform's report is ever
+  // held as a tree, and the text grows by its own size alone.
+  std::string text = "{\n    \"platforms\": ";
+  std::ostringstream entryText;
+  std::size_t written = 0;
   std::size_t done = 0;
   if (progress) progress(done, files.size());
   for (const std::string& file : files) {
@@ -140,19 +168,25 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     ++done;
     Tree entry;
     try {
-      teq_platform::PlatformLoader loader(file, teq_platform::PlatformLoader::Default);
-      if (!getPlatformInfo_(&loader, entry, detailed)) continue;
+      std::unique_ptr<teq_platform::PlatformLoader> loader = reportLoader(file, detailed);
+      if (!getPlatformInfo_(loader.get(), entry, detailed)) continue;
     } catch (const std::exception&) {
       // A descriptor the loader refuses, or a version the policy cannot read,
       // is left out like a platform that fails to load.
       continue;
     }
-    platforms.push_back(std::make_pair(std::string(), entry));
+    text += written++ == 0 ? "[\n" : ",\n";
+    text.append(8, ' ');
+    entryText.str(std::string());
+    // An array item two levels down, as the whole tree's writer prints it.
+    boost::property_tree::json_parser::write_json_helper(entryText, entry, 2, true);
+    text += entryText.str();
   }
   if (progress && done > 0) progress(done, files.size());
-  Tree top;
-  top.add_child("platforms", platforms);
-  return writePretty(top);
+  // The tree writer prints a childless node as an empty value.
+  text += written == 0 ? "\"\"" : "\n    ]";
+  text += "\n}\n";
+  return text;
 }
 
 std::string NativeCatalogService::getValue(teq_platform::PlatformLoader* loader,
