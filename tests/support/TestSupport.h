@@ -148,6 +148,30 @@ inline std::string jsonText(const teq_platform::JSONSerializable& object) {
   writer.write(out);
   return out.str();
 }
+// The JSON text without the blanks and line breaks outside its strings: the
+// keys, their order and the values, for tests whose contract is those rather
+// than the printer's layout (which the json suite holds to the reference).
+inline std::string flat(const std::string& text) {
+  std::string out;
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (inString) {
+      out += c;
+      if (c == '\\' && i + 1 < text.size())
+        out += text[++i];
+      else if (c == '"')
+        inString = false;
+    } else if (c == '"') {
+      inString = true;
+      out += c;
+    } else if (c != ' ' && c != '\n') {
+      out += c;
+    }
+  }
+  return out;
+}
+inline std::string flatJson(const teq_platform::JSONSerializable& object) { return flat(jsonText(object)); }
 inline boost::property_tree::ptree jsonTree(const teq_platform::JSONSerializable& object) {
   teq_platform::JSONObjectWriter writer;
   object.toJSON(writer);
