@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <boost/property_tree/ptree.hpp>
 #include <stdexcept>
 
 #include "host/HEXAll.h"
@@ -213,20 +212,6 @@ TEST(HPLPlatform, ValueListsBoardForwardingAndPaths) {
   p.setXmlFile("/opt/pfm/hw/../hw/meta.xml");
   EXPECT_EQ("/opt/pfm/hw/../hw", p.getDirectory());
   EXPECT_EQ("/opt/pfm/hw/meta.xml", p.getXmlFile());
-}
-
-TEST(HPLPlatform, ArchiveMembersAreEmptyWithoutAnArchive) {
-  HPLPlatform p;
-  p.addFile("BOARD_REPO_PATH", "board_repo");
-  p.addFile("META_JSON", "meta.json");
-  EXPECT_EQ("", p.getBoardRepo());
-  p.setPlatformFile("/nonexistent/dir/p.lfa");
-  EXPECT_EQ("", p.getBoardRepo());
-  EXPECT_EQ("", p.getExtMetaJsonAsString());
-  boost::property_tree::ptree tree;
-  tree.put("kept", "1");
-  p.getExtMetaJsonAsPtree(tree);
-  EXPECT_EQ("1", tree.get<std::string>("kept"));
 }
 
 TEST(HPLPlatform, WholeDocumentKeyOrderOfASmallPlatform) {

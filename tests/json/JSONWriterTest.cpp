@@ -72,33 +72,6 @@ TEST(JSONWriter, EmptyStringsObjectsAndListsAreLeftOut) {
   EXPECT_EQ(text(w), "{\n    \"unified\": \"false\",\n    \"some\": [\n        \"z\"\n    ]\n}\n");
 }
 
-TEST(JSONWriter, StringKeyTwiceReplacesInPlaceWriterKeyTwiceDuplicates) {
-  JSONObjectWriter w;
-  w.addKey("a", std::string("1"));
-  w.addKey("b", std::string("2"));
-  w.addKey("a", std::string("3"));
-  JSONObjectWriter child;
-  child.addKey("x", std::string("y"));
-  w.addKey("c", child);
-  w.addKey("c", child);
-  EXPECT_EQ(text(w),
-            "{\n    \"a\": \"3\",\n    \"b\": \"2\",\n    \"c\": {\n        \"x\": \"y\"\n    },\n"
-            "    \"c\": {\n        \"x\": \"y\"\n    }\n}\n");
-}
-
-TEST(JSONWriter, DottedKeyMakesANestedObject) {
-  JSONObjectWriter w;
-  w.addKey("outer.inner", std::string("v"));
-  EXPECT_EQ(text(w), "{\n    \"outer\": {\n        \"inner\": \"v\"\n    }\n}\n");
-}
-
-TEST(JSONWriter, ListOfOneEmptyAndOneNonEmptyStringHasOneItem) {
-  JSONObjectWriter w;
-  // The vector form is a template, callable with its element type named.
-  w.addKey<std::string>("l", {"", "z"});
-  EXPECT_EQ(w.getTree().get_child("l").size(), 1u);
-}
-
 TEST(JSONWriter, ObjectsWriteDirectlyOrNested) {
   Named n;
   n.name = "n1";
