@@ -18,11 +18,7 @@ using Tree = boost::property_tree::ptree;
 
 namespace {
 
-std::string doc(const std::string& name, const std::string& extra = "") {
-  return "{\"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" + name +
-         "\", \"versionMajor\": \"1\", \"usesPR\": \"true\"," +
-         " \"devices\": [{\"name\": \"fpga0\", \"core\": {\"name\": \"c\"}}]" + extra + "}";
-}
+std::string doc(const std::string& name, const std::string& extra = "") { return lfaJson(extra, name); }
 
 // Writes one member into an archive below the directory, making its parents.
 void zipMember(const TempDir& dir, const std::string& archive, const std::string& member,

@@ -23,15 +23,7 @@ using zr_test::readFile;
 using zr_test::TempDir;
 using Members = std::vector<std::string>;
 
-namespace {
-
-std::string member(const std::string& zip, const std::string& name) {
-  std::string content;
-  EXPECT_TRUE(HUTZip::readMember(zip, name, content)) << name;
-  return content;
-}
-
-}  // namespace
+using zr_test::memberText;
 
 TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
   TempDir dir;
@@ -41,12 +33,12 @@ TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
   HUTZip::writeMember(zip, "cfa.json", "{\"v\": 2}\n");
 
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "bd/top.bd"}));
-  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 2}\n");
-  EXPECT_EQ(member(zip, "bd/top.bd"), "block design");
+  EXPECT_EQ(memberText(zip, "cfa.json"), "{\"v\": 2}\n");
+  EXPECT_EQ(memberText(zip, "bd/top.bd"), "block design");
 
   const std::string big = zr_test::incompressible(300000);
   HUTZip::writeMember(zip, "bits/full.bit", big);
-  EXPECT_EQ(member(zip, "bits/full.bit"), big);
+  EXPECT_EQ(memberText(zip, "bits/full.bit"), big);
 }
 
 TEST(HUTZip, UpdatesKeepTheArchivesModeAndFollowALinkToIt) {
@@ -166,7 +158,7 @@ TEST(HUTZip, CompressCreatesThenAppendsWithRelativeNames) {
   HUTZip::compress(zip, stage + "/lfa.json", stage, HUTZip::ZO_CREATE_RELATIVE);
   HUTZip::compress(zip, stage + "/hw/top.hpfm", stage, HUTZip::ZO_APPEND_RELATIVE);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"lfa.json", "hw/top.hpfm"}));
-  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+  EXPECT_EQ(memberText(zip, "hw/top.hpfm"), "<hpfm/>");
 
   // Without the relative bit the member is the bare file name.
   HUTZip::compress(zip, stage + "/hw/top.hpfm", "", HUTZip::ZO_APPEND);
@@ -190,7 +182,7 @@ TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
   HUTZip::compressDir(zip, overlay);
   EXPECT_EQ(HUTZip::getFiles(zip),
             (Members{"cfa.json", "overlay/emu/emu.xml", "overlay/emu/emu.bd", "overlay/top.tcl"}));
-  EXPECT_EQ(member(zip, "overlay/emu/emu.xml"), "<new/>");
+  EXPECT_EQ(memberText(zip, "overlay/emu/emu.xml"), "<new/>");
 
   // A script keeps its permission to run.
   ::chmod((overlay + "/top.tcl").c_str(), 0755);
@@ -397,7 +389,7 @@ TEST(HUTZip, DeleteFilesKeepsTheRestAndAnEmptyArchiveStaysAnArchive) {
   makeZip(zip, {{"a", "1"}, {"b", "2"}, {"c", "3"}});
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"b", "none"}), 1);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "c"}));
-  EXPECT_EQ(member(zip, "c"), "3");
+  EXPECT_EQ(memberText(zip, "c"), "3");
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"none"}), 0);
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"a", "c"}), 2);
   EXPECT_TRUE(HUTFile::isFile(zip));
@@ -414,7 +406,7 @@ TEST(HUTZip, DigestVerifiesUntilAMemberChanges) {
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_NONE);
   HUTZip::attachDigestEn(zip);
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_VALID);
-  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+  EXPECT_EQ(memberText(zip, "hw/top.hpfm"), "<hpfm/>");
 
   HUTZip::writeMember(zip, "hw/top.hpfm", "<hpfm changed=\"1\"/>");
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_MISMATCH);
@@ -449,7 +441,7 @@ TEST(HUTZip, AFailedWriteLeavesTheOriginalArchiveIntact) {
   }
   EXPECT_EQ(readFile(zip), before);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "hw/top.hpfm"}));
-  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 1}");
+  EXPECT_EQ(memberText(zip, "cfa.json"), "{\"v\": 1}");
   // No temporary file is left behind.
   EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
 }
@@ -491,8 +483,8 @@ TEST(HUTZip, MembersPastTheMetadataOrRatioLimitAreRefusedNamingIt) {
   }
   // Within the limits, the same members read whole.
   const zr_test::ScopedReadLimits lifted(64 << 20, 0);
-  EXPECT_EQ(member(zip, "dense.bit").size(), 2u << 20);
-  EXPECT_EQ(member(zip, "random.bit"), random);
+  EXPECT_EQ(memberText(zip, "dense.bit").size(), 2u << 20);
+  EXPECT_EQ(memberText(zip, "random.bit"), random);
 }
 
 TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {

@@ -69,6 +69,11 @@ std::string zdfEmu(const std::string& path, const std::string& name);
 namespace zr_test {
 // A small valid software platform with one configuration and one processor group.
 std::string spfmText(const std::string& name = "board_sw");
+
+// A small but complete JSON metadata member of a hardware archive: one device
+// with its core, a memory, two clocks (the second the default), a bus
+// interface with a segment and one NoC record; `extra` adds keys at the end.
+std::string lfaJson(const std::string& extra = "", const std::string& name = "base");
 }  // namespace zr_test
 
 namespace zr_test {
