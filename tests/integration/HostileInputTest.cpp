@@ -191,16 +191,6 @@ TEST(HostileInput, EveryRowEndsInAPlatformOrItsRefusal) {
          link(d, "pfm/hw/up", d.file("pfm"));
          return descriptor(d, "up", zdf("hw/up/hw/up/hw"));
        }},
-      {"directory named as an archive", Outcome::Refused,
-       [](const TempDir& d) {
-         HUTFile::mkDirRecursive(d.file("d.lfa"));
-         return d.file("d.lfa");
-       }},
-      {"directory named as a software platform", Outcome::Refused,
-       [](const TempDir& d) {
-         HUTFile::mkDirRecursive(d.file("d.spfm"));
-         return d.file("d.spfm");
-       }},
       {"directory without a kind", Outcome::ParseError, [](const TempDir& d) { return d.path(); }},
       {"pipe named as an archive", Outcome::Refused,
        [](const TempDir& d) {
