@@ -98,7 +98,6 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   const std::string fifo = dir.file("pipe.cfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   EXPECT_FALSE(HUTZip::containsFile(fifo, "sw/a.spfm"));
-  EXPECT_THROW_MSG(HUTZip::getFiles(fifo), HEXUserException, "not a regular file");
   EXPECT_THROW(HUTZip::writeMember(fifo, "x", "y"), HEXUserException);
 }
 

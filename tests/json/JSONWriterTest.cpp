@@ -88,23 +88,21 @@ TEST(JSONWriter, ObjectsWriteDirectlyOrNested) {
   EXPECT_EQ(w.getTree().get_child("all").front().first, "");
 }
 
-TEST(JSONWriter, BooleanListItemIsRefusedAndAddsNothing) {
+// A Boolean list item is refused and adds nothing; a string over an object
+// cannot be written; a bare tree with only a value is dropped.
+TEST(JSONWriter, WhatJSONCannotHoldIsRefusedOrDropped) {
   JSONListWriter list;
   EXPECT_THROW(list.addItem(true), HEXAlgException);
   EXPECT_THROW(list.addItem(false), HEXAlgException);
   EXPECT_TRUE(list.empty());
-}
 
-TEST(JSONWriter, StringOverAnObjectCannotBeWritten) {
   JSONObjectWriter w;
   w.addKey("a.b", std::string("1"));
   w.addKey("a", std::string("2"));
   std::ostringstream out;
   EXPECT_THROW(w.write(out), boost::property_tree::json_parser_error);
-}
 
-TEST(JSONWriter, BareTreeWithOnlyAValueIsDropped) {
-  JSONObjectWriter w;
-  w.addKey("t", boost::property_tree::ptree("value"));
-  EXPECT_TRUE(w.empty());
+  JSONObjectWriter bare;
+  bare.addKey("t", boost::property_tree::ptree("value"));
+  EXPECT_TRUE(bare.empty());
 }
