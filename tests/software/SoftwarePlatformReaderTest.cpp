@@ -183,11 +183,9 @@ TEST_F(SoftwarePlatformReader, InvalidDocumentsFailWithTheirLine) {
   } rows[] = {
       {spfm(configuration("c", "", "", "")), 5, "configuration"},  // no description
       {patched(good, "teq:name=\"c\" ", ""), 5, "configuration"},
-      {spfm(configuration("c", "<teq:unknown/>\n")), 7, ""},
       {spfm(configuration("c", processorGroup("g", "") + "<teq:prebuilt teq:data=\"d\"/>\n")), 10, ""},
       {spfm(configuration("c", "<teq:prebuilt teq:data=\"a\"/>\n<teq:prebuilt teq:data=\"b\"/>\n")), 8, ""},
       {spfm(configuration("c", "<teq:prebuilt/>\n")), 7, "prebuilt"},
-      {spfm(configuration("c", processorGroup("g", " teq:colour=\"red\""))), 8, ""},
       {spfm(""), 4, "systemConfigurations"},
       {spfm(configuration("c", "<teq:bootImages teq:default=\"x\">\n</teq:bootImages>\n")), 7, ""},
       {patched(good, "teq:version=\"1.0\"", "teq:version=\"one\""), 2, "version"},
