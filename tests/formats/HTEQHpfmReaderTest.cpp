@@ -180,16 +180,6 @@ TEST(HTEQHpfmReader, CountsBanksOfTheHbmInstance) {
     EXPECT_EQ(p.getHBMDefaultBankCount(), c.defaults) << c.what;
     EXPECT_EQ(p.getHBMInstanceName(), c.banks ? "hbm_0" : "") << c.what;
   }
-
-  // Banks of a second instance are refused with a message and not counted.
-  HpfmDoc doc;
-  doc.body = hbmInterface("S00", "hbm_0", {"true"}) + hbmInterface("S01", "hbm_1", {"preferred"});
-  HPLPlatform p;
-  ComMsgCapture cap;
-  ASSERT_TRUE(parseInto(p, doc.text()));
-  EXPECT_TRUE(cap.has("@74-261@"));
-  EXPECT_EQ(p.getHBMBankCount(), 1u);
-  EXPECT_EQ(p.getHBMDefaultBankCount(), 0u);
 }
 
 TEST(HTEQHpfmReader, ReadsNocConnectivityApartFromTheBusInterfaces) {

@@ -204,10 +204,12 @@ TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
   EXPECT_THROW(HUTZip::compressDir(zip, dir.file("nothing")), HEXUserException);
 }
 
-TEST(HUTZip, UncompressCopiesOneMemberKeepingItsPath) {
+// uncompress copies a member below a directory under its own path, into
+// the file it is given.
+TEST(HUTZip, OneMemberIsCopiedBelowADirectoryOrToAFile) {
   TempDir dir;
   const std::string zip = dir.file("q.rqa");
-  makeZip(zip, {{"rqa.json", "{}"}, {"ip/core.xci", "new"}});
+  makeZip(zip, {{"rqa.json", "{}"}, {"ip/core.xci", "new"}, {"hw/", ""}});
   const std::string out = dir.file("out");
 
   EXPECT_FALSE(HUTZip::uncompress(zip, "ip/none.xci", out, true));
@@ -215,12 +217,18 @@ TEST(HUTZip, UncompressCopiesOneMemberKeepingItsPath) {
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
   EXPECT_FALSE(HUTFile::exists(out + "/rqa.json"));
-
   zr_test::writeFile(out + "/ip/core.xci", "mine");
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, false));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "mine");
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
+
+  EXPECT_TRUE(HUTZip::extractMember(zip, "ip/core.xci", dir.file("a/b/c.xci")));
+  EXPECT_EQ(readFile(dir.file("a/b/c.xci")), "new");
+  EXPECT_FALSE(HUTZip::extractMember(zip, "hw/", dir.file("d")));
+  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
+  EXPECT_FALSE(HUTFile::exists(dir.file("e")));
+  EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "ip/core.xci", dir.file("g")));
 }
 
 TEST(HUTZip, UncompressDirCopiesOnlyWhatLiesBelowTheDirectory) {
@@ -321,14 +329,20 @@ TEST(HUTZip, WritingRefusesUnsafeMemberNames) {
   EXPECT_TRUE(HUTZip::containsFile(zip, "a:b/c:d"));
 }
 
-TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
+TEST(HUTZip, MembersBeyondTheSizeLimitOrTheirRecordedSizeAreRefused) {
   TempDir dir;
+  // A member that inflates past the size its headers record is refused.
+  const std::string liar = dir.file("liar.zip");
+  makeZip(liar, {{"liar.bin", std::string(1 << 20, 'z')}});
+  zr_test::patchFirstRecordedSize(liar, 100);
+  std::string content;
+  EXPECT_THROW(HUTZip::readMember(liar, "liar.bin", content), HEXDataException);
+  EXPECT_LE(content.size(), 100u);
+
   const std::string zip = dir.file("bomb.zip");
   makeZip(zip, {{"small.txt", "fine"}, {"zeros.bin", std::string(1 << 20, '\0')}});
   ASSERT_LT(HUTFile::getSize(zip), 20000);
   zr_test::ScopedMemberLimit limit(64 * 1024);
-
-  std::string content;
   EXPECT_TRUE(HUTZip::readMember(zip, "small.txt", content));
   EXPECT_THROW_MSG(HUTZip::readMember(zip, "zeros.bin", content), HEXDataException, "zeros.bin");
   EXPECT_THROW_MSG(HUTZip::readMember(zip, "zeros.bin", content), HEXDataException, "limit");
@@ -338,28 +352,6 @@ TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
   EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("x")));
   EXPECT_THROW(HUTZip::extractMember(zip, "zeros.bin", dir.file("x/zeros.bin")), HEXDataException);
   EXPECT_TRUE(boost::filesystem::is_empty(dir.file("x")));
-}
-
-TEST(HUTZip, AMemberInflatingPastItsRecordedSizeIsRefused) {
-  TempDir dir;
-  const std::string zip = dir.file("liar.zip");
-  makeZip(zip, {{"liar.bin", std::string(1 << 20, 'z')}});
-  zr_test::patchFirstRecordedSize(zip, 100);
-  std::string content;
-  EXPECT_THROW(HUTZip::readMember(zip, "liar.bin", content), HEXDataException);
-  EXPECT_LE(content.size(), 100u);
-}
-
-TEST(HUTZip, ExtractMemberCopiesToTheGivenFile) {
-  TempDir dir;
-  const std::string zip = dir.file("p.cfa");
-  makeZip(zip, {{"hw/top.hpfm", "<hpfm/>"}, {"hw/", ""}});
-  EXPECT_TRUE(HUTZip::extractMember(zip, "hw/top.hpfm", dir.file("a/b/c.hpfm")));
-  EXPECT_EQ(readFile(dir.file("a/b/c.hpfm")), "<hpfm/>");
-  EXPECT_FALSE(HUTZip::extractMember(zip, "hw/", dir.file("d")));
-  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
-  EXPECT_FALSE(HUTFile::exists(dir.file("e")));
-  EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "hw/top.hpfm", dir.file("g")));
 }
 
 TEST(HUTZip, ANestedArchiveYieldsItsMembersAndLeavesNoTemporary) {
