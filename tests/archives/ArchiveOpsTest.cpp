@@ -27,30 +27,9 @@ using zr_test::TempDir;
 
 namespace {
 
-// A JSON metadata member with a device, a memory, clocks and a file list.
+// A JSON metadata member that lists one file.
 std::string jsonMember() {
-  return R"({
-  "vendor": "acme", "boardId": "card", "name": "base", "versionMajor": "3", "versionMinor": "1",
-  "usesPR": "true", "hostArchitecture": "x86_64",
-  "devices": [{"name": "fpga0", "type": "8", "fpgaPart": "tzq9kp:ptzq9kp:pk676:-2:e",
-               "numSLRs": "2", "core": {"name": "OCL", "numComputeUnits": "60"}}],
-  "memories": [{"name": "bank0", "type": "ddr4", "size": "16GB", "lowAddress": "4096"}],
-  "systemClocks": [{"name": "a", "id": "3"}, {"name": "b", "id": "7", "default": "TRUE"}],
-  "files": [{"type": "DR_BD", "name": "bd/dr.tcl"}]
-}
-)";
-}
-
-std::string makeArchive(const std::string& path,
-                        const std::vector<std::pair<std::string, std::string>>& members) {
-  for (const auto& m : members) HUTZip::writeMember(path, m.first, m.second);
-  return path;
-}
-
-std::string member(const std::string& archive, const std::string& name) {
-  std::string content;
-  EXPECT_TRUE(HUTZip::readMember(archive, name, content)) << name;
-  return content;
+  return zr_test::lfaJson(",\n \"files\": [{\"type\": \"DR_BD\", \"name\": \"bd/dr.tcl\"}]");
 }
 
 // One of the platform's extraction operations that take only a destination.
@@ -63,17 +42,17 @@ using ExtractOp = bool (HTEQHardwarePlatform::*)(const std::string&) const;
 
 TEST(WriteToJSON, RoundTripThroughAnotherArchiveIsEqual) {
   TempDir dir;
-  const std::string source = makeArchive(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
+  const std::string source = zr_test::makeZip(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
   HPLPlatform original;
   ASSERT_TRUE(HTEQCfaJsonReader(&original).parseCFA(source, PlatformLoader::Default));
   original.setName("renamed");
 
   // The other archive already holds a member, which the rewrite keeps.
-  const std::string target = makeArchive(dir.file("other.lfa"), {{"keep/me.txt", "kept"}});
+  const std::string target = zr_test::makeZip(dir.file("other.lfa"), {{"keep/me.txt", "kept"}});
   original.setPlatformFile(target);
   original.writeToJSON();
-  EXPECT_EQ(member(target, "keep/me.txt"), "kept");
-  const std::string text = member(target, "lfa.json");
+  EXPECT_EQ(zr_test::memberText(target, "keep/me.txt"), "kept");
+  const std::string text = zr_test::memberText(target, "lfa.json");
   ASSERT_GE(text.size(), 3u);
   EXPECT_EQ(text.substr(text.size() - 3), "}\n\n");  // the document's own line end and one more
 
@@ -96,7 +75,7 @@ TEST(WriteToJSON, RoundTripThroughAnotherArchiveIsEqual) {
 
 TEST(ArchiveFile, PutsTheFileInRewritesMetadataAndStamps) {
   TempDir dir;
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
+  const std::string archive = zr_test::makeZip(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
   HPLPlatform p;
   ASSERT_TRUE(HTEQCfaJsonReader(&p).parseCFA(archive, PlatformLoader::Default));
   EXPECT_EQ(HUTZip::verifyDigest(archive), HUTZip::DIGEST_NONE);
@@ -105,12 +84,12 @@ TEST(ArchiveFile, PutsTheFileInRewritesMetadataAndStamps) {
   std::string big;
   for (int i = 0; i < 10000; ++i) big.push_back(static_cast<char>(i % 256));
   p.archiveFile("DR_BD", "bd/first.tcl", dir.write("first.tcl", big));
-  EXPECT_EQ(member(archive, "bd/first.tcl"), big);
+  EXPECT_EQ(zr_test::memberText(archive, "bd/first.tcl"), big);
   EXPECT_EQ(HUTZip::verifyDigest(archive), HUTZip::DIGEST_VALID);
 
   // A second file of the type replaces the entry; the old member stays.
   p.archiveFile("DR_BD", "bd/second.tcl", dir.write("second.tcl", "second"));
-  EXPECT_EQ(member(archive, "bd/second.tcl"), "second");
+  EXPECT_EQ(zr_test::memberText(archive, "bd/second.tcl"), "second");
   EXPECT_TRUE(HUTZip::containsFile(archive, "bd/first.tcl"));
   EXPECT_EQ(p.getFile("DR_BD"), "bd/second.tcl");
   int drBd = 0;
@@ -139,7 +118,7 @@ TEST(ArchiveFile, PutsTheFileInRewritesMetadataAndStamps) {
 TEST(ArchiveOps, RefusalsWithTheirWordsChangeNothing) {
   TempDir dir;
   const std::string source = dir.write("x.tcl", "x");
-  const std::string sound = makeArchive(dir.file("sound.lfa"), {{"lfa.json", jsonMember()}});
+  const std::string sound = zr_test::makeZip(dir.file("sound.lfa"), {{"lfa.json", jsonMember()}});
   const std::string damaged = dir.write("damaged.lfa", "PK\x03\x04 this is no archive");
   HPLPlatform none, bare, missing, broken, parsed;
   bare.setPlatformFile(dir.file("noext"));
@@ -147,7 +126,7 @@ TEST(ArchiveOps, RefusalsWithTheirWordsChangeNothing) {
   broken.setPlatformFile(damaged);
   ASSERT_TRUE(HTEQCfaJsonReader(&parsed).parseCFA(sound, PlatformLoader::Default));
   hwcore_test::TestPlatform notHpl;
-  notHpl.setPlatformFile(makeArchive(dir.file("t.lfa"), {{"lfa.json", "{}"}}));
+  notHpl.setPlatformFile(zr_test::makeZip(dir.file("t.lfa"), {{"lfa.json", "{}"}}));
   const std::vector<std::string> watched = {dir.file("noext"), dir.file("missing.lfa"), damaged, sound,
                                             dir.file("t.lfa")};
   auto snapshot = [&] {
@@ -200,7 +179,7 @@ TEST(ArchiveOps, RefusalsWithTheirWordsChangeNothing) {
 // in the model's file list.
 TEST(ArchiveOps, AFailedMetadataWriteUndoesTheWholeChange) {
   TempDir dir;
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
+  const std::string archive = zr_test::makeZip(dir.file("card.lfa"), {{"lfa.json", jsonMember()}});
   const std::string before = readFile(archive);
   HPLPlatform p;
   ASSERT_TRUE(HTEQCfaJsonReader(&p).parseCFA(archive, PlatformLoader::Default));
@@ -222,13 +201,13 @@ TEST(ArchiveOps, AFailedMetadataWriteUndoesTheWholeChange) {
 // leaves no file.
 TEST(Extract, EachOperationFindsItsMemberOrAnswersFalse) {
   TempDir dir;
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"lfa.json", "{}"},
-                                                                 {"bd/dr.tcl", "dr"},
-                                                                 {"emu/emu.xml", "<emu/>"},
-                                                                 {"emu/emu.json", "{\"emu\": 1}"},
-                                                                 {"noc/traffic.nts", "nts"},
-                                                                 {"noc/solution.ncr", "ncr"},
-                                                                 {"hw_emu/bd/dr.tcl", "child dr"}});
+  const std::string archive = zr_test::makeZip(dir.file("card.lfa"), {{"lfa.json", "{}"},
+                                                                      {"bd/dr.tcl", "dr"},
+                                                                      {"emu/emu.xml", "<emu/>"},
+                                                                      {"emu/emu.json", "{\"emu\": 1}"},
+                                                                      {"noc/traffic.nts", "nts"},
+                                                                      {"noc/solution.ncr", "ncr"},
+                                                                      {"hw_emu/bd/dr.tcl", "child dr"}});
   HPLPlatform p, absent, child, unset;
   for (HPLPlatform* q : {&p, &absent, &child}) q->setPlatformFile(archive);
   p.addFile("DR_BD", "bd/dr.tcl");
@@ -299,7 +278,7 @@ TEST(Extract, HpfmIsRepairedOnlyWithTheFlag) {
   hpfm_test::HpfmDoc doc;
   doc.body = hpfm_test::hbmInterface("S00", "hbm_0", {"true", "preferred", "false"});
   const std::string text = doc.text();
-  const std::string archive = makeArchive(dir.file("card.lfa"), {{"hw/shell.hpfm", text}});
+  const std::string archive = zr_test::makeZip(dir.file("card.lfa"), {{"hw/shell.hpfm", text}});
   HPLPlatform p;
   p.setPlatformFile(archive);
   p.addFile("HPFM", "hw/shell.hpfm");
@@ -328,14 +307,14 @@ const char* const kMeta = "tilarchive/morwen/tilprj_meta_data.json";
 std::string archiveWithProject(const TempDir& dir, const std::string& projectMember,
                                std::vector<std::pair<std::string, std::string>> outer = {}) {
   HUTFile::mkDirRecursive(dir.file("build"));
-  const std::string project = makeArchive(dir.file("build/project.tilprj"), {{kLarch, "larch"},
-                                                                             {kIntfCst, "intfcst"},
-                                                                             {kIntfSol, "intfsol"},
-                                                                             {kTilCst, "tilcst"},
-                                                                             {kMeta, "meta"}});
+  const std::string project = zr_test::makeZip(dir.file("build/project.tilprj"), {{kLarch, "larch"},
+                                                                                  {kIntfCst, "intfcst"},
+                                                                                  {kIntfSol, "intfsol"},
+                                                                                  {kTilCst, "tilcst"},
+                                                                                  {kMeta, "meta"}});
   outer.emplace_back(projectMember, readFile(project));
   HUTFile::rmRecursive(dir.file("build"));
-  return makeArchive(dir.file("shell.lfa"), outer);
+  return zr_test::makeZip(dir.file("shell.lfa"), outer);
 }
 
 }  // namespace
@@ -352,12 +331,12 @@ TEST(ExtractNested, FilesOfTheTileArrayProjectOrTheirOldMembers) {
   p.setPlatformFile(archiveWithProject(dir, "sub/shell.tilprj", {{"old.larch", "old larch"}}));
   p.addFile("TILPRJ", "sub/shell.tilprj");
   p.addFile("ME_LOGICAL_ARCH", "old.larch");
-  old.setPlatformFile(makeArchive(
+  old.setPlatformFile(zr_test::makeZip(
       dir.file("old.lfa"), {{"me/arch.larch", "old larch"}, {"me/cst.xml", "old cst"}, {"me/a.zip", "old"}}));
   old.addFile("ME_LOGICAL_ARCH", "me/arch.larch");
   old.addFile("ME_CONSTRAINT", "me/cst.xml");
   old.addFile("ME_ARCHIVE", "me/a.zip");
-  bad.setPlatformFile(makeArchive(dir.file("bad.lfa"), {{"bad.tilprj", "not a project"}}));
+  bad.setPlatformFile(zr_test::makeZip(dir.file("bad.lfa"), {{"bad.tilprj", "not a project"}}));
   bad.addFile("TILPRJ", "bad.tilprj");
   const std::vector<std::tuple<HPLPlatform*, ExtractOp, const char*>> rows = {
       {&p, &HPLPlatform::extractLARCHFile, "larch"},

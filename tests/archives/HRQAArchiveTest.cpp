@@ -75,11 +75,8 @@ TEST(HRQAArchive, IndexTextsReadAsTheyShould) {
     EXPECT_EQ(types, c.types) << c.text;
     EXPECT_EQ(rqa.getPfmName(), "") << c.text;
   }
-  for (const std::string& bad :
-       {std::string("{\"files\":["), std::string(10000, '[') + std::string(10000, ']')}) {
-    HRQAArchive rqa;
-    EXPECT_THROW(rqa.parseJsonString(bad), HEXDataException) << bad.substr(0, 20);
-  }
+  HRQAArchive rqa;
+  EXPECT_THROW(rqa.parseJsonString("{\"files\":["), HEXDataException);
 }
 
 TEST(HRQAArchive, ParseOfAMissingArchiveOrIndexWarnsAndAnswersFalse) {

@@ -19,43 +19,17 @@
 #include "platform/HTEQSystemClock.h"
 #include "platform/JSONObjectWriter.h"
 #include "support/TestSupport.h"
+#include "support/ZipTestSupport.h"
 
 using teq_platform::PlatformLoader;
 using namespace zr_test;
 
 namespace {
 
-// A small but complete JSON member: one device with its core, a memory, a
-// clock, a bus interface with a segment and one NoC record.
-std::string member(const std::string& extra = "", const std::string& name = "base") {
-  return "{\n"
-         "  \"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" +
-         name +
-         "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
-         "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
-         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": "
-         "\"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
-         "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
-         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": "
-         "\"4096\"}],\n"
-         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", "
-         "\"default\": "
-         "\"TRUE\"}],\n"
-         "  \"busInterfaces\": [{\"name\": \"S_AXI\", \"mode\": \"slave\", \"typeRef\": \"aximm\", "
-         "\"dataWidth\": "
-         "\"512x\",\n"
-         "                     \"addressSegments\": [{\"baseName\": \"bank0\", \"index\": \"2\"}]}],\n"
-         "  \"nocConnectivity\": [{\"instRef\": \"noc0\", \"busInterfaces\": [{\"name\": \"M00\"}]}]" +
-         extra + "\n}\n";
-}
-
 class CfaJsonReader : public ::testing::Test {
  protected:
-  std::string archive(const std::vector<std::pair<std::string, std::string>>& members,
-                      const std::string& name = "card.lfa") {
-    const std::string path = dir_.file(name);
-    for (const auto& m : members) HUTZip::writeMember(path, m.first, m.second);
-    return path;
+  std::string archive(const ZipMembers& members, const std::string& name = "card.lfa") {
+    return makeZip(dir_.file(name), members);
   }
   TempDir dir_;
   HPLPlatform platform_;
@@ -65,7 +39,7 @@ class CfaJsonReader : public ::testing::Test {
 }  // namespace
 
 TEST_F(CfaJsonReader, FillsTheModelFromTheMember) {
-  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", lfaJson()}}), PlatformLoader::Default));
   EXPECT_EQ(platform_.getVendor(), "acme");
   EXPECT_EQ(platform_.getUniqueName(), "acme:card:base:3.1");
   EXPECT_EQ(platform_.getPlatformFile(), dir_.file("card.lfa"));
@@ -94,9 +68,9 @@ TEST_F(CfaJsonReader, AStandAloneFileAndATextFillTheSameModel) {
   // reading of the file (run under the address sanitizer, a dangling view
   // would show here).
   HPLPlatform fromFile;
-  ASSERT_TRUE(HTEQCfaJsonReader(&fromFile).parseFile(dir_.write("card.json", member())));
+  ASSERT_TRUE(HTEQCfaJsonReader(&fromFile).parseFile(dir_.write("card.json", lfaJson())));
   HPLPlatform fromText;
-  ASSERT_TRUE(HTEQCfaJsonReader(&fromText).parseJsonString(member()));
+  ASSERT_TRUE(HTEQCfaJsonReader(&fromText).parseJsonString(lfaJson()));
   EXPECT_EQ(fromFile.getUniqueName(), "acme:card:base:3.1");
   EXPECT_TRUE(fromFile.isEquals(fromText));
   EXPECT_FALSE(HTEQCfaJsonReader(&fromFile).parseFile(dir_.path()));
@@ -104,7 +78,7 @@ TEST_F(CfaJsonReader, AStandAloneFileAndATextFillTheSameModel) {
 
 TEST_F(CfaJsonReader, AlternativeMemberWinsUnlessOnlyThePrimaryCounts) {
   const std::string path =
-      archive({{"lfa.json", member("", "primary")}, {"alt_lfa.json", member("", "alt")}});
+      archive({{"lfa.json", lfaJson("", "primary")}, {"alt_lfa.json", lfaJson("", "alt")}});
   std::string chosen;
   EXPECT_TRUE(reader_.canParse(path, PlatformLoader::Default, chosen));
   EXPECT_EQ(chosen, "alt_lfa.json");
@@ -118,16 +92,16 @@ TEST_F(CfaJsonReader, AlternativeMemberWinsUnlessOnlyThePrimaryCounts) {
   EXPECT_EQ(alt.getName(), "alt");
   EXPECT_EQ(primary.getName(), "primary");
 
-  const std::string altOnly = archive({{"alt_lfa.json", member()}}, "alt.lfa");
+  const std::string altOnly = archive({{"alt_lfa.json", lfaJson()}}, "alt.lfa");
   EXPECT_TRUE(reader_.canParse(altOnly, PlatformLoader::Default, chosen));
   EXPECT_FALSE(reader_.canParse(altOnly, PlatformLoader::PrimaryJsonOnly, chosen));
   // A .cfa archive names its member after its own extension.
-  EXPECT_TRUE(reader_.canParse(archive({{"cfa.json", member()}}, "x.cfa"), PlatformLoader::Default, chosen));
+  EXPECT_TRUE(reader_.canParse(archive({{"cfa.json", lfaJson()}}, "x.cfa"), PlatformLoader::Default, chosen));
   EXPECT_EQ(chosen, "cfa.json");
 }
 
 TEST_F(CfaJsonReader, DefaultsForMissingKeys) {
-  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", lfaJson()}}), PlatformLoader::Default));
   EXPECT_TRUE(platform_.isExpandable());
   EXPECT_TRUE(platform_.getValidBinaryContentValues().empty());
   // Without a designIntent object the intents follow usesPR, none explicit.
@@ -148,7 +122,7 @@ TEST_F(CfaJsonReader, ExplicitIntentsResourcesAndListsAreRead) {
       "               {\"type\": \"Bram\", \"count\": \"4\"}],\n"
       " \"zuncLinkXPSwitches\": [\"a\", \"b\"], \"unknownKey\": {\"deep\": [1, 2]},\n"
       " \"board\": {\"name\": \"brd\", \"pcie\": {\"vendor\": \"0x10ee\"}, \"whatever\": \"x\"}";
-  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member(extra)}}), PlatformLoader::Default));
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", lfaJson(extra)}}), PlatformLoader::Default));
   EXPECT_FALSE(platform_.isExpandable());
   EXPECT_EQ(platform_.getValidBinaryContentValuesAsStr(), "bitstream,pdi");
   EXPECT_TRUE(platform_.getDesignIntent().getEmbedded());
@@ -169,7 +143,7 @@ TEST_F(CfaJsonReader, AFeatureRomPartNameIsCutTo63BytesAsOnTheXmlRoute) {
     for (std::size_t i = 0; i < size; ++i) name += static_cast<char>('a' + i % 26);
     HPLPlatform platform;
     ASSERT_TRUE(HTEQCfaJsonReader(&platform).parseJsonString(
-        member(",\n \"featureRoms\": [{\"fpgaPartName\": \"" + name + "\"}]")));
+        lfaJson(",\n \"featureRoms\": [{\"fpgaPartName\": \"" + name + "\"}]")));
     HTEQHardwarePlatform::TEQHardwareFeatureRomVec roms;
     platform.getFeatureRoms(roms);
     ASSERT_EQ(roms.size(), 1u);
@@ -208,8 +182,9 @@ TEST_F(CfaJsonReader, FailuresAnswerFalseWithTheirMessages) {
 }
 
 TEST_F(CfaJsonReader, EmulationChildComesFromTheHwEmuDirectory) {
-  const std::string path = archive(
-      {{"lfa.json", member()}, {"hw_emu/alt_lfa.json", member(",\"hardwareEmuPlatform\": \"true\"", "emu")}});
+  const std::string path =
+      archive({{"lfa.json", lfaJson()},
+               {"hw_emu/alt_lfa.json", lfaJson(",\"hardwareEmuPlatform\": \"true\"", "emu")}});
   std::string chosen;
   EXPECT_TRUE(reader_.canParseHwEmu(path, PlatformLoader::Default, chosen));
   EXPECT_EQ(chosen, "hw_emu/alt_lfa.json");
@@ -220,13 +195,13 @@ TEST_F(CfaJsonReader, EmulationChildComesFromTheHwEmuDirectory) {
   EXPECT_TRUE(child.isHWEmuPlatform());
   EXPECT_EQ(child.getName(), "emu");
   HPLPlatform none;
-  EXPECT_FALSE(HTEQCfaJsonReader(&none).parseHwEmuLFA(archive({{"lfa.json", member()}}, "plain.lfa"),
+  EXPECT_FALSE(HTEQCfaJsonReader(&none).parseHwEmuLFA(archive({{"lfa.json", lfaJson()}}, "plain.lfa"),
                                                       PlatformLoader::Default));
   EXPECT_FALSE(none.isChildHardwareEmuPlatform());
 }
 
 TEST_F(CfaJsonReader, WrittenDocumentReadsBackEqual) {
-  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member()}}), PlatformLoader::Default));
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", lfaJson()}}), PlatformLoader::Default));
   teq_platform::JSONObjectWriter w;
   platform_.toJSON(w);
   std::ostringstream text;
@@ -243,7 +218,7 @@ TEST_F(CfaJsonReader, EmulationFilesOfThePlatformSetItsEmulationFlags) {
       R"({"pfm_metadata_version": "2.1", "emulations": [ {"name": "hw_emu", "files": [)"
       R"( {"type": "EMU_HPFM", "name": "emu/emu.hpfm"}, {"type": "TOP_BD", "name": "emu/top.bd"} ]} ]})";
   const std::string withEmu = archive(
-      {{"lfa.json", member(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
+      {{"lfa.json", lfaJson(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
        {"hw_emu/hw_emu.json", emuJson}});
   ASSERT_TRUE(reader_.parseCFA(withEmu, PlatformLoader::Default));
   EXPECT_TRUE(platform_.supportsHWEmulation());
@@ -252,7 +227,7 @@ TEST_F(CfaJsonReader, EmulationFilesOfThePlatformSetItsEmulationFlags) {
   // Emulation metadata that names neither file type changes nothing.
   HPLPlatform plain;
   const std::string noHpfm = archive(
-      {{"lfa.json", member(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
+      {{"lfa.json", lfaJson(",\"files\": [{\"type\": \"EMU_JSON\", \"name\": \"hw_emu/hw_emu.json\"}]")},
        {"hw_emu/hw_emu.json", R"({"emulations": [ {"name": "x", "files": []} ]})"}},
       "plain.lfa");
   ASSERT_TRUE(HTEQCfaJsonReader(&plain).parseCFA(noHpfm, PlatformLoader::Default));
@@ -265,7 +240,7 @@ TEST_F(CfaJsonReader, AnHpfmMemberReplacesTheDocumentsBusInterfaces) {
   hpfmDoc.body = hpfm_test::busInterface(R"(kp:name="FROM_HPFM" kp:mode="master" kp:busTypeRef="aximm")");
   const std::string hpfm = hpfmDoc.text();
   const std::string files = ",\"files\": [{\"type\": \"HPFM\", \"name\": \"hw/shell.hpfm\"}]";
-  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", member(files)}, {"hw/shell.hpfm", hpfm}}),
+  ASSERT_TRUE(reader_.parseCFA(archive({{"lfa.json", lfaJson(files)}, {"hw/shell.hpfm", hpfm}}),
                                PlatformLoader::Default));
   std::vector<HTEQHardwareBusInterface*> buses;
   platform_.getBusInterfaces(buses);
@@ -275,7 +250,7 @@ TEST_F(CfaJsonReader, AnHpfmMemberReplacesTheDocumentsBusInterfaces) {
   // A listed hpfm that is not in the archive leaves the document's own list.
   HPLPlatform listedOnly;
   ASSERT_TRUE(HTEQCfaJsonReader(&listedOnly)
-                  .parseCFA(archive({{"lfa.json", member(files)}}, "nohpfm.lfa"), PlatformLoader::Default));
+                  .parseCFA(archive({{"lfa.json", lfaJson(files)}}, "nohpfm.lfa"), PlatformLoader::Default));
   buses.clear();
   listedOnly.getBusInterfaces(buses);
   ASSERT_EQ(buses.size(), 1u);

@@ -18,11 +18,7 @@ using Tree = boost::property_tree::ptree;
 
 namespace {
 
-std::string doc(const std::string& name, const std::string& extra = "") {
-  return "{\"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" + name +
-         "\", \"versionMajor\": \"1\", \"usesPR\": \"true\"," +
-         " \"devices\": [{\"name\": \"fpga0\", \"core\": {\"name\": \"c\"}}]" + extra + "}";
-}
+std::string doc(const std::string& name, const std::string& extra = "") { return lfaJson(extra, name); }
 
 // Writes one member into an archive below the directory, making its parents.
 void zipMember(const TempDir& dir, const std::string& archive, const std::string& member,
@@ -77,7 +73,7 @@ TEST(JsonRoute, ArchiveWithEmulationInsideSupportsItWithoutAnEmulationKey) {
   EXPECT_EQ(t.get<std::string>("uniqueName"), t.get<std::string>("file"));
 }
 
-TEST(JsonRoute, CorruptEmulationFileIsIgnoredAndSecondLoadReadsNothing) {
+TEST(JsonRoute, CorruptEmulationFileIsIgnored) {
   TempDir dir;
   zipMember(dir, "p/hw/card.lfa", "lfa.json", doc("base"));
   dir.write("p/hw/emu.lfa", "corrupt");
@@ -87,9 +83,6 @@ TEST(JsonRoute, CorruptEmulationFileIsIgnoredAndSecondLoadReadsNothing) {
   const auto platform = loader.load();
   ASSERT_NE(platform, nullptr);
   EXPECT_FALSE(platform->hasHWEmulationPlatform());
-  // Nothing is read again: the files may go.
-  std::remove(dir.file("p/hw/card.lfa").c_str());
-  EXPECT_EQ(loader.load(), platform);
 }
 
 TEST(JsonRoute, PartitionsAttachTheirHardwareAndTheDefaultAnswers) {

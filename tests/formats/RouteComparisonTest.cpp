@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "formats/CfaXmlReaderTestSupport.h"
 #include "host/HUTFile.h"
 #include "host/HUTZip.h"
 #include "platform/HPLPlatform.h"
@@ -15,30 +16,24 @@ using namespace zr_test;
 namespace {
 
 // One platform as an XML member: board with memories and an interface, one
-// device with its core, files, a feature ROM.
-const char kCfaXml[] = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Root VersionMajor="1" VersionMinor="15">
-  <CFA Vendor="acme" BoardId="card" Name="base" VersionMajor="3" VersionMinor="2" Description="the card">
-    <Host Architecture="x86_64" Interface="pcie"/>
-    <Build UsesPR="true" PlatformState="impl"/>
-    <Board Name="acme:card:1.0" Vendor="acme" Part="ptzq9kp-pk676-2-e">
-      <Interfaces><Interface Id="int1" Name="PCIe" Type="gen3x16"/></Interfaces>
-      <Memories>
-        <Memory Name="ddr0" Type="ddr4" Size="16GB"/>
-        <Memory Name="ddr1" Type="ddr4" Size="16GB"/>
-      </Memories>
-      <Images/>
-    </Board>
-    <Devices>
-      <Device Name="fpga0" Type="8"><Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="60"/></Device>
-    </Devices>
-    <Files>
-      <File Type="FULL_BIT" Name="hw/card.bit"/>
-      <File Type="PRE_SYS_LINK_TCL" Name="scripts/pre.tcl"/>
-    </Files>
-  </CFA>
-</Root>
-)";
+// device with its core, files.
+std::string cfaXml() {
+  cfa_test::CfaDoc d;
+  d.cfaAttrs = R"(Vendor="acme" BoardId="card" Name="base" VersionMajor="3" VersionMinor="2" )"
+               R"(Description="the card")";
+  d.host = R"(<Host Architecture="x86_64" Interface="pcie"/>)";
+  d.buildAttrs = R"(UsesPR="true" PlatformState="impl")";
+  d.boardAttrs = R"(Name="acme:card:1.0" Vendor="acme" Part="ptzq9kp-pk676-2-e")";
+  d.boardBody = R"(<Interfaces><Interface Id="int1" Name="PCIe" Type="gen3x16"/></Interfaces>)"
+                R"(<Memories><Memory Name="ddr0" Type="ddr4" Size="16GB"/>)"
+                R"(<Memory Name="ddr1" Type="ddr4" Size="16GB"/></Memories><Images/>)";
+  d.devices =
+      R"(<Device Name="fpga0" Type="8"><Core Name="OCL_REGION_0" Type="clc_region" ComputeUnits="60"/>)"
+      R"(</Device>)";
+  d.files =
+      R"(<File Type="FULL_BIT" Name="hw/card.bit"/><File Type="PRE_SYS_LINK_TCL" Name="scripts/pre.tcl"/>)";
+  return d.text();
+}
 
 // An archive card.cfa in the folder `sub` of dir holding one member.
 std::string archiveIn(const TempDir& dir, const std::string& sub, const std::string& member,
@@ -56,7 +51,7 @@ std::string archiveIn(const TempDir& dir, const std::string& sub, const std::str
 // read is the hardware platform's description.
 TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
   TempDir dir;
-  const std::string xmlArchive = archiveIn(dir, "xml", "cfa.xml", kCfaXml);
+  const std::string xmlArchive = archiveIn(dir, "xml", "cfa.xml", cfaXml());
   HPLPlatform fromXml;
   ASSERT_TRUE(HTEQCfaXmlReader(xmlArchive, &fromXml).parseCFA());
 
@@ -81,7 +76,7 @@ TEST(RouteComparison, XmlAndJsonMembersOfOnePlatformGiveOneDocument) {
 TEST(RouteComparison, PortsOfTheXmlRouteHaveNoJsonCounterpart) {
   TempDir dir;
   const std::string xml =
-      zr_test::patched(kCfaXml, R"(ComputeUnits="60"/>)",
+      zr_test::patched(cfaXml(), R"(ComputeUnits="60"/>)",
                        R"(ComputeUnits="60"><Core><Port Name="M00_AXI" Type="addressable" )"
                        R"(Mode="master" Protocol="AXI4" DataWidth="512"/></Core></Core>)");
   const std::string xmlArchive = archiveIn(dir, "xml", "cfa.xml", xml);

@@ -7,10 +7,10 @@
 #include "platform/HTEQHardwareNocConnectivity.h"
 #include "platform/HTEQSystemClock.h"
 
-using hwcore_test::jsonText;
 using hwcore_test::jsonTree;
 using hwcore_test::keysOf;
 using hwcore_test::TestPlatform;
+using zr_test::flatJson;
 
 namespace {
 HTEQSystemClock* addClock(TestPlatform& p, const std::string& name, int id, const std::string& freq) {
@@ -24,12 +24,7 @@ HTEQSystemClock* addClock(TestPlatform& p, const std::string& name, int id, cons
 
 TEST(HTEQHardwareBusInterface, JsonKeyOrderAndNumbersAsText) {
   HTEQHardwareBusInterface bi;
-  EXPECT_EQ(jsonText(bi),
-            "{\n"
-            "    \"dataWidth\": \"0\",\n"
-            "    \"numIdBits\": \"0\",\n"
-            "    \"isrId\": \"0\"\n"
-            "}\n");
+  EXPECT_EQ(flatJson(bi), R"({"dataWidth":"0","numIdBits":"0","isrId":"0"})");
   bi.setName("n");
   bi.setMode("m");
   bi.setBusTypeRef("t");
@@ -90,22 +85,11 @@ TEST(HTEQHardwareAddressSegment, JsonKeyOrder) {
   s.setReadBwUsed(-1);
   s.setWriteBwUsed(5);
   s.setInterleave(4);
-  EXPECT_EQ(jsonText(s),
-            "{\n"
-            "    \"baseName\": \"b\",\n"
-            "    \"index\": \"3\",\n"
-            "    \"memoryInstance\": \"mi\",\n"
-            "    \"auto\": \"preferred\",\n"
-            "    \"spTag\": \"HBM[3]\",\n"
-            "    \"slr\": \"SLR0\",\n"
-            "    \"maxMasters\": \"2\",\n"
-            "    \"name\": \"n\",\n"
-            "    \"instRef\": \"i\",\n"
-            "    \"region\": \"r\",\n"
-            "    \"readBwUsed\": \"-1\",\n"
-            "    \"writeBwUsed\": \"5\",\n"
-            "    \"interleave\": \"4\"\n"
-            "}\n");
+  EXPECT_EQ(
+      flatJson(s),
+      R"({"baseName":"b","index":"3","memoryInstance":"mi","auto":"preferred","spTag":"HBM[3]","slr":"SLR0",)"
+      R"("maxMasters":"2","name":"n","instRef":"i","region":"r","readBwUsed":"-1","writeBwUsed":"5",)"
+      R"("interleave":"4"})");
 }
 
 TEST(HTEQSystemClock, StatusIgnoresCaseAndIdDefaultsToMinusOne) {
@@ -123,10 +107,7 @@ TEST(HTEQSystemClock, StatusIgnoresCaseAndIdDefaultsToMinusOne) {
   EXPECT_FALSE(c.isScalable());
   c.setStatus("Reserved");
   EXPECT_TRUE(c.isReserved());
-  EXPECT_EQ(jsonText(HTEQSystemClock()),
-            "{\n"
-            "    \"id\": \"-1\"\n"
-            "}\n");
+  EXPECT_EQ(flatJson(HTEQSystemClock()), R"({"id":"-1"})");
   HTEQSystemClock full;
   full.setName("n");
   full.setOrigName("o");
@@ -220,25 +201,15 @@ TEST(HTEQHardwareIPParam, JsonKeyOrder) {
   ip.setCompRef("c");
   ip.setInstRef("i");
   ip.setIsValid("true");
-  EXPECT_EQ(jsonText(ip),
-            "{\n"
-            "    \"name\": \"n\",\n"
-            "    \"value\": \"v\",\n"
-            "    \"instRef\": \"i\",\n"
-            "    \"compRef\": \"c\",\n"
-            "    \"valid\": \"true\"\n"
-            "}\n");
+  EXPECT_EQ(flatJson(ip), R"({"name":"n","value":"v","instRef":"i","compRef":"c","valid":"true"})");
 }
 
 TEST(HTEQHardwareNocConnectivity, WritesInstanceAndInterfaces) {
   HTEQHardwareNocConnectivity empty;
-  EXPECT_EQ(jsonText(empty), "{\n}\n");
+  EXPECT_EQ(flatJson(empty), "{}");
   HTEQHardwareNocConnectivity noc;
   noc.setInstanceRef("noc0");
-  EXPECT_EQ(jsonText(noc),
-            "{\n"
-            "    \"instRef\": \"noc0\"\n"
-            "}\n");
+  EXPECT_EQ(flatJson(noc), R"({"instRef":"noc0"})");
   HTEQHardwareBusInterface* a = noc.addBusInterface();
   a->setName("A");
   noc.addBusInterface()->setName("A");

@@ -6,8 +6,6 @@
 #include "platform/HPLPort.h"
 #include "support/TestSupport.h"
 
-using zr_test::jsonText;
-
 namespace {
 
 HPLPort* addClockPort(HPLCore& core, const std::string& type, const std::string& name,
@@ -142,59 +140,17 @@ TEST(HPLCore, JSONKeyOrderWithResourcesParamsAndPorts) {
   s->setName("seg");
   p->addAddressSegment(s);
   EXPECT_EQ(
-      "{\n"
-      "    \"name\": \"core0\",\n"
-      "    \"instPath\": \"top\\/ulp\",\n"
-      "    \"drBDName\": \"ulp\",\n"
-      "    \"vlnv\": \"v:l:n:1\",\n"
-      "    \"clockFreq\": \"300\",\n"
-      "    \"numComputeUnits\": \"60\",\n"
-      "    \"availableResources\": {\n"
-      "        \"pBlocks\": [\n"
-      "            {\n"
-      "                \"name\": \"pblock_a\",\n"
-      "                \"validSlrs\": [\n"
-      "                    \"SLR0\"\n"
-      "                ],\n"
-      "                \"resources\": [\n"
-      "                    {\n"
-      "                        \"name\": \"LUT\",\n"
-      "                        \"value\": \"5\"\n"
-      "                    }\n"
-      "                ]\n"
-      "            },\n"
-      "            {\n"
-      "                \"name\": \"pblock_b\"\n"
-      "            }\n"
-      "        ]\n"
-      "    },\n"
-      "    \"configParams\": [\n"
-      "        {\n"
-      "            \"name\": \"A\",\n"
-      "            \"value\": \"2\"\n"
-      "        },\n"
-      "        {\n"
-      "            \"name\": \"Z\",\n"
-      "            \"value\": \"1\"\n"
-      "        }\n"
-      "    ],\n"
-      "    \"ports\": [\n"
-      "        {\n"
-      "            \"name\": \"ACLK\",\n"
-      "            \"type\": \"clk\",\n"
-      "            \"frequency\": \"300\",\n"
-      "            \"direction\": \"in\"\n"
-      "        }\n"
-      "    ]\n"
-      "}\n",
-      jsonText(core));
+      zr_test::flatJson(core),
+      R"({"name":"core0","instPath":"top\/ulp","drBDName":"ulp","vlnv":"v:l:n:1","clockFreq":"300",)"
+      R"("numComputeUnits":"60","availableResources":{"pBlocks":[{"name":"pblock_a","validSlrs":["SLR0"],)"
+      R"("resources":[{"name":"LUT","value":"5"}]},{"name":"pblock_b"}]},"configParams":[{"name":"A",)"
+      R"("value":"2"},{"name":"Z","value":"1"}],"ports":[{"name":"ACLK","type":"clk","frequency":"300",)"
+      R"("direction":"in"}]})");
 }
 
 TEST(HPLPort, WritesEveryAttributeInDeclaredOrder) {
+  // Set in the reverse order of the keys, so that the text follows the declaration.
   HPLPort port;
-  const char* keys[] = {"name",           "type",      "mode",      "base",      "range",      "dataWidth",
-                        "protocol",       "idWidth",   "addrWidth", "userWidth", "addrOffset", "addrRange",
-                        "maxBurstLength", "frequency", "polarity",  "direction"};
   port.setDirection("15");
   port.setPolarity("14");
   port.setFrequency("13");
@@ -211,17 +167,14 @@ TEST(HPLPort, WritesEveryAttributeInDeclaredOrder) {
   port.setMode("2");
   port.setType("1");
   port.setName("0");
-  std::string expected = "{\n";
-  for (int i = 0; i < 16; ++i) {
-    expected +=
-        std::string("    \"") + keys[i] + "\": \"" + std::to_string(i) + "\"" + (i < 15 ? ",\n" : "\n");
-  }
-  expected += "}\n";
-  EXPECT_EQ(expected, jsonText(port));
+  EXPECT_EQ(zr_test::flatJson(port),
+            R"({"name":"0","type":"1","mode":"2","base":"3","range":"4","dataWidth":"5","protocol":"6",)"
+            R"("idWidth":"7","addrWidth":"8","userWidth":"9","addrOffset":"10","addrRange":"11",)"
+            R"("maxBurstLength":"12","frequency":"13","polarity":"14","direction":"15"})");
 
   HPLInterface intf;
   intf.setType("pcie");
   intf.setId("0");
   intf.setName("gen3x16");
-  EXPECT_EQ("{\n    \"id\": \"0\",\n    \"name\": \"gen3x16\",\n    \"type\": \"pcie\"\n}\n", jsonText(intf));
+  EXPECT_EQ(zr_test::flatJson(intf), R"({"id":"0","name":"gen3x16","type":"pcie"})");
 }

@@ -11,7 +11,7 @@
 #include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
-using zr_test::jsonText;
+using zr_test::flatJson;
 
 TEST(HTEQDevice, PartStringsOfFourToSevenFields) {
   using Fields = std::vector<std::string>;
@@ -55,15 +55,7 @@ TEST(HTEQDevice, BadPartStringsAreRefusedAndLeaveThePartAlone) {
 TEST(HPLDevice, JSONWritesPartClocksAndCore) {
   HPLDevice device;
   device.setName("fpga0");
-  EXPECT_EQ(
-      "{\n"
-      "    \"name\": \"fpga0\",\n"
-      "    \"core\": {\n"
-      "        \"numComputeUnits\": \"0\"\n"
-      "    }\n"
-      "}\n",
-      jsonText(device));
-
+  EXPECT_EQ(flatJson(device), R"({"name":"fpga0","core":{"numComputeUnits":"0"}})");
   device.setType("fpga");
   device.setFpgaPart("a:b:c:-2:e");
   device.setNumSLRs(3);
@@ -72,34 +64,11 @@ TEST(HPLDevice, JSONWritesPartClocksAndCore) {
   device.addSystemClock("clk_b", "200");
   device.getCore().setNumComputeUnits(2);
   EXPECT_EQ(
-      "{\n"
-      "    \"name\": \"fpga0\",\n"
-      "    \"type\": \"fpga\",\n"
-      "    \"fpgaPart\": \"a:b:c:-2:e\",\n"
-      "    \"part\": {\n"
-      "        \"name\": \"b-c-2-e\",\n"
-      "        \"architecture\": \"a\",\n"
-      "        \"device\": \"b\",\n"
-      "        \"package\": \"c\",\n"
-      "        \"speedGrade\": \"-2\",\n"
-      "        \"tempGrade\": \"e\"\n"
-      "    },\n"
-      "    \"numSLRs\": \"3\",\n"
-      "    \"scalableSystemClocks\": [\n"
-      "        {\n"
-      "            \"name\": \"clk_a\",\n"
-      "            \"frequency\": \"50\"\n"
-      "        },\n"
-      "        {\n"
-      "            \"name\": \"clk_b\",\n"
-      "            \"frequency\": \"200\"\n"
-      "        }\n"
-      "    ],\n"
-      "    \"core\": {\n"
-      "        \"numComputeUnits\": \"2\"\n"
-      "    }\n"
-      "}\n",
-      jsonText(device));
+      flatJson(device),
+      R"({"name":"fpga0","type":"fpga","fpgaPart":"a:b:c:-2:e","part":{"name":"b-c-2-e",)"
+      R"("architecture":"a","device":"b","package":"c","speedGrade":"-2","tempGrade":"e"},"numSLRs":"3",)"
+      R"("scalableSystemClocks":[{"name":"clk_a","frequency":"50"},{"name":"clk_b","frequency":"200"}],)"
+      R"("core":{"numComputeUnits":"2"}})");
 }
 
 TEST(HPLDevice, AddressWidthIsTheCoresWidest) {
@@ -115,9 +84,8 @@ TEST(HPLFile, WritesItsFourKeysAndOmitsEmptyOnes) {
   file.setProcessingOrder("2");
   file.setType("BITSTREAM");
   file.setName("a/b.bit");
-  EXPECT_EQ(
-      "{\n    \"name\": \"a\\/b.bit\",\n    \"type\": \"BITSTREAM\",\n    \"processingOrder\": \"2\"\n}\n",
-      jsonText(file));
+  EXPECT_EQ(flatJson(file), R"({"name":"a\/b.bit","type":"BITSTREAM","processingOrder":"2"})");
   file.setUsedIn("synth");
-  EXPECT_NE(std::string::npos, jsonText(file).find("\"type\": \"BITSTREAM\",\n    \"usedIn\": \"synth\",\n"));
+  EXPECT_EQ(flatJson(file),
+            R"({"name":"a\/b.bit","type":"BITSTREAM","usedIn":"synth","processingOrder":"2"})");
 }

@@ -9,7 +9,6 @@
 #include "support/ExpectThrowMsg.h"
 #include "support/TestSupport.h"
 
-using zr_test::jsonText;
 using zr_test::jsonTree;
 
 namespace {
@@ -33,14 +32,6 @@ bool isReserved(unsigned offset) {
 }
 
 }  // namespace
-
-TEST(HTEQHardwareFeatureRom, NewRomIsAllZeroWithItsSearchName) {
-  HTEQHardwareFeatureRom rom;
-  EXPECT_EQ(std::vector<unsigned char>(224, 0), headerBytes(rom));
-  EXPECT_EQ("TEQ_FEATURE_ROM", rom.getSearchPropertyName());
-  EXPECT_EQ("00000000-0000-0000-0000-000000000000", rom.getUUIDAsString());
-  EXPECT_EQ(4u, HTEQHardwareFeatureRom::getCDMABaseAddressSize());
-}
 
 TEST(HTEQHardwareFeatureRom, FieldsLandAtTheirOffsetsLittleEndianAndReservedBytesStay) {
   HTEQHardwareFeatureRom rom;
@@ -101,39 +92,17 @@ TEST(HTEQHardwareFeatureRom, FieldsLandAtTheirOffsetsLittleEndianAndReservedByte
   // The names are read back to their terminator; every other field through the JSON text.
   EXPECT_STREQ("partx", rom.getFPGAPartName());
   EXPECT_STREQ("v:b:n:1", rom.getVBNVName());
-  EXPECT_EQ(jsonText(rom),
-            "{\n"
-            "    \"majorVersion\": \"18\",\n"
-            "    \"minorVersion\": \"52\",\n"
-            "    \"morwenBuildID\": \"16909060\",\n"
-            "    \"ipBuildID\": \"168496141\",\n"
-            "    \"timeSinceEpoch\": \"1234605616436508552\",\n"
-            "    \"fpgaPartName\": \"partx\",\n"
-            "    \"vbnvName\": \"v:b:n:1\",\n"
-            "    \"ddrChannelCount\": \"2\",\n"
-            "    \"ddrChannelSize\": \"16\",\n"
-            "    \"drBaseAddress\": \"0x400000000\",\n"
-            "    \"featureBitMap\": {\n"
-            "        \"value\": \"0x8877665544332211\",\n"
-            "        \"unifiedPlatform\": \"enabled\",\n"
-            "        \"auroraLink\": \"disabled\",\n"
-            "        \"boardMgmt\": \"disabled\",\n"
-            "        \"boardScheduler\": \"disabled\",\n"
-            "        \"promType\": \"0x1\",\n"
-            "        \"debugType\": \"0x22\",\n"
-            "        \"peerToPeer\": \"enabled\",\n"
-            "        \"uuid\": \"enabled\",\n"
-            "        \"clockThrottling\": \"enabled\",\n"
-            "        \"passthruTrans\": \"disabled\"\n"
-            "    },\n"
-            "    \"uuid\": \"f0f1f2f3-f4f5-f6f7-f8f9-fafbfcfdfeff\",\n"
-            "    \"cdmaBaseAddress0\": \"0xc0de0000\",\n"
-            "    \"cdmaBaseAddress1\": \"0xc0de0001\",\n"
-            "    \"cdmaBaseAddress2\": \"0xc0de0002\",\n"
-            "    \"cdmaBaseAddress3\": \"0xc0de0003\",\n"
-            "    \"maxTempLimit\": \"95\",\n"
-            "    \"maxPowerLimit\": \"225\"\n"
-            "}\n");
+  EXPECT_EQ(
+      zr_test::flatJson(rom),
+      R"({"majorVersion":"18","minorVersion":"52","morwenBuildID":"16909060","ipBuildID":"168496141",)"
+      R"("timeSinceEpoch":"1234605616436508552","fpgaPartName":"partx","vbnvName":"v:b:n:1",)"
+      R"("ddrChannelCount":"2","ddrChannelSize":"16","drBaseAddress":"0x400000000","featureBitMap":{)"
+      R"("value":"0x8877665544332211","unifiedPlatform":"enabled","auroraLink":"disabled",)"
+      R"("boardMgmt":"disabled","boardScheduler":"disabled","promType":"0x1","debugType":"0x22",)"
+      R"("peerToPeer":"enabled","uuid":"enabled","clockThrottling":"enabled","passthruTrans":"disabled"},)"
+      R"("uuid":"f0f1f2f3-f4f5-f6f7-f8f9-fafbfcfdfeff","cdmaBaseAddress0":"0xc0de0000",)"
+      R"("cdmaBaseAddress1":"0xc0de0001","cdmaBaseAddress2":"0xc0de0002","cdmaBaseAddress3":"0xc0de0003",)"
+      R"("maxTempLimit":"95","maxPowerLimit":"225"})");
 }
 
 TEST(HTEQHardwareFeatureRom, NamesNeedATerminatorWithinSixtyFourBytes) {
@@ -194,40 +163,18 @@ TEST(HTEQHardwareFeatureRom, CDMAIndexOutOfRangeIsRefusedWithTheSameWordsForRead
   EXPECT_EQ(7u, rom.getCDMABaseAddress(3));
 }
 
-TEST(HTEQHardwareFeatureRom, JSONOfANewRomHasBareHexZerosAndEveryKey) {
-  HTEQHardwareFeatureRom rom;
+TEST(HTEQHardwareFeatureRom, ANewRomIsAllZeroAndWritesBareHexZerosForEveryKey) {
+  const HTEQHardwareFeatureRom rom;
+  EXPECT_EQ(std::vector<unsigned char>(224, 0), headerBytes(rom));
   EXPECT_EQ(
-      "{\n"
-      "    \"majorVersion\": \"0\",\n"
-      "    \"minorVersion\": \"0\",\n"
-      "    \"morwenBuildID\": \"0\",\n"
-      "    \"ipBuildID\": \"0\",\n"
-      "    \"timeSinceEpoch\": \"0\",\n"
-      "    \"ddrChannelCount\": \"0\",\n"
-      "    \"ddrChannelSize\": \"0\",\n"
-      "    \"drBaseAddress\": \"0x\",\n"
-      "    \"featureBitMap\": {\n"
-      "        \"value\": \"0x\",\n"
-      "        \"unifiedPlatform\": \"disabled\",\n"
-      "        \"auroraLink\": \"disabled\",\n"
-      "        \"boardMgmt\": \"disabled\",\n"
-      "        \"boardScheduler\": \"disabled\",\n"
-      "        \"promType\": \"0x\",\n"
-      "        \"debugType\": \"0x\",\n"
-      "        \"peerToPeer\": \"disabled\",\n"
-      "        \"uuid\": \"disabled\",\n"
-      "        \"clockThrottling\": \"disabled\",\n"
-      "        \"passthruTrans\": \"disabled\"\n"
-      "    },\n"
-      "    \"uuid\": \"00000000-0000-0000-0000-000000000000\",\n"
-      "    \"cdmaBaseAddress0\": \"0x\",\n"
-      "    \"cdmaBaseAddress1\": \"0x\",\n"
-      "    \"cdmaBaseAddress2\": \"0x\",\n"
-      "    \"cdmaBaseAddress3\": \"0x\",\n"
-      "    \"maxTempLimit\": \"0\",\n"
-      "    \"maxPowerLimit\": \"0\"\n"
-      "}\n",
-      jsonText(rom));
+      zr_test::flatJson(rom),
+      R"({"majorVersion":"0","minorVersion":"0","morwenBuildID":"0","ipBuildID":"0","timeSinceEpoch":"0",)"
+      R"("ddrChannelCount":"0","ddrChannelSize":"0","drBaseAddress":"0x","featureBitMap":{"value":"0x",)"
+      R"("unifiedPlatform":"disabled","auroraLink":"disabled","boardMgmt":"disabled",)"
+      R"("boardScheduler":"disabled","promType":"0x","debugType":"0x","peerToPeer":"disabled",)"
+      R"("uuid":"disabled","clockThrottling":"disabled","passthruTrans":"disabled"},)"
+      R"("uuid":"00000000-0000-0000-0000-000000000000","cdmaBaseAddress0":"0x","cdmaBaseAddress1":"0x",)"
+      R"("cdmaBaseAddress2":"0x","cdmaBaseAddress3":"0x","maxTempLimit":"0","maxPowerLimit":"0"})");
 }
 
 // Each flag reads its own bit: with only that bit set, only its key is enabled.

@@ -62,7 +62,6 @@ class TestPlatform : public HTEQHardwarePlatform {
   }
 };
 
-using zr_test::jsonText;
 using zr_test::jsonTree;
 
 // The top-level keys in order.

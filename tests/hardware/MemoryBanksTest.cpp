@@ -9,7 +9,6 @@
 #include "platform/HTEQHardwareAddressSegment.h"
 #include "platform/HTEQHardwareBusInterface.h"
 
-using hwcore_test::jsonText;
 using hwcore_test::TestPlatform;
 
 namespace {
@@ -201,29 +200,11 @@ TEST(HPLMemory, JsonWritesAddressesOnlyWhenSet) {
   m.setSize("16GB");
   m.addConfigParam("MEMORY_PART", "mt40");
   m.addConfigParam("BURST_LENGTH", "8");
-  EXPECT_EQ(jsonText(m),
-            "{\n"
-            "    \"name\": \"ddr0\",\n"
-            "    \"type\": \"ddr4\",\n"
-            "    \"size\": \"16GB\",\n"
-            "    \"configParams\": [\n"
-            "        {\n"
-            "            \"name\": \"BURST_LENGTH\",\n"
-            "            \"value\": \"8\"\n"
-            "        },\n"
-            "        {\n"
-            "            \"name\": \"MEMORY_PART\",\n"
-            "            \"value\": \"mt40\"\n"
-            "        }\n"
-            "    ]\n"
-            "}\n");
+  EXPECT_EQ(zr_test::flatJson(m), R"({"name":"ddr0","type":"ddr4","size":"16GB","configParams":[{"name":)"
+                                  R"("BURST_LENGTH","value":"8"},{"name":"MEMORY_PART","value":"mt40"}]})");
   HPLMemory a;
   a.setHighestAddress(18446744073709551615ull);
-  EXPECT_EQ(jsonText(a),
-            "{\n"
-            "    \"lowAddress\": \"0\",\n"
-            "    \"highAddress\": \"18446744073709551615\"\n"
-            "}\n");
+  EXPECT_EQ(zr_test::flatJson(a), R"({"lowAddress":"0","highAddress":"18446744073709551615"})");
 }
 
 TEST(HPLMemory, SizeTextInGigabytes) {

@@ -10,8 +10,8 @@
 #include "platform/HTEQTilPartition.h"
 #include "support/ExpectThrowMsg.h"
 
-using hwcore_test::jsonText;
 using hwcore_test::jsonTree;
+using zr_test::flatJson;
 
 TEST(HTEQDesignIPInstance, ConfigKeysAreWrittenInOrderAndAddedOnce) {
   HTEQDesignIPInstance ip;
@@ -19,15 +19,7 @@ TEST(HTEQDesignIPInstance, ConfigKeysAreWrittenInOrderAndAddedOnce) {
   ip.setVLNV("v:l:n:1.0");
   ip.addConfigParam("z.key", "1");
   ip.addConfigParam("a", "2");
-  EXPECT_EQ(jsonText(ip),
-            "{\n"
-            "    \"vlnv\": \"v:l:n:1.0\",\n"
-            "    \"instance\": \"inst\",\n"
-            "    \"configuration\": {\n"
-            "        \"a\": \"2\",\n"
-            "        \"z.key\": \"1\"\n"
-            "    }\n"
-            "}\n");
+  EXPECT_EQ(flatJson(ip), R"({"vlnv":"v:l:n:1.0","instance":"inst","configuration":{"a":"2","z.key":"1"}})");
   EXPECT_THROW_MSG(ip.addConfigParam("a", "2"), HEXAlgException,
                    "Attempt to readd Design IP Instance Config Param key: 'a' is not allowed!");
   HTEQDesignIPInstance::ConfigMap out{{"old", "x"}};
@@ -37,16 +29,10 @@ TEST(HTEQDesignIPInstance, ConfigKeysAreWrittenInOrderAndAddedOnce) {
 
 TEST(HTEQReconfigPartition, WritesOnlySetIds) {
   HTEQReconfigPartition p;
-  EXPECT_EQ(jsonText(p), "{\n}\n");
+  EXPECT_EQ(flatJson(p), "{}");
   p.setNodeID(4294967295u);
   p.setTILPuID(3);
-  EXPECT_EQ(jsonText(p),
-            "{\n"
-            "    \"nodeID\": \"4294967295\",\n"
-            "    \"tilngineIDs\": {\n"
-            "        \"puID\": \"3\"\n"
-            "    }\n"
-            "}\n");
+  EXPECT_EQ(flatJson(p), R"({"nodeID":"4294967295","tilngineIDs":{"puID":"3"}})");
   p.setDesignID(1);
   p.setParentID(2);
   p.setFunctionID(3);
@@ -77,21 +63,14 @@ TEST(HTEQTilHardware, ArchitectureNames) {
 
 TEST(HTEQTilHardware, JsonOmitsZeros) {
   HTEQTilHardware hw;
-  EXPECT_EQ(jsonText(hw), "{\n}\n");
+  EXPECT_EQ(flatJson(hw), "{}");
   hw.setArch(HTEQTilHardware::TIL2P);
   hw.setNpiBaseAddress(4026531840u);
   hw.setStartCoreRow(1);
   hw.setNumCoreRows(8);
   hw.setStartShimRow(5);  // no shim rows: not written
-  EXPECT_EQ(jsonText(hw),
-            "{\n"
-            "    \"arch\": \"TIL2P\",\n"
-            "    \"npiBaseAddress\": \"4026531840\",\n"
-            "    \"coreRows\": {\n"
-            "        \"start\": \"1\",\n"
-            "        \"num\": \"8\"\n"
-            "    }\n"
-            "}\n");
+  EXPECT_EQ(flatJson(hw),
+            R"({"arch":"TIL2P","npiBaseAddress":"4026531840","coreRows":{"start":"1","num":"8"}})");
 }
 
 TEST(HTEQTilPartition, ChildrenLookupAndJson) {
@@ -111,12 +90,7 @@ TEST(HTEQTilPartition, ChildrenLookupAndJson) {
   EXPECT_EQ(&root.findPartition(9, 9), &HTEQTilPartition::emptyPartition());
   EXPECT_TRUE(root.hasPartition("c2"));
   EXPECT_FALSE(root.hasPartition("C2"));
-  EXPECT_EQ(jsonText(root),
-            "{\n"
-            "    \"tilInst\": \"ai\",\n"
-            "    \"startColumn\": \"0\",\n"
-            "    \"numColumns\": \"10\"\n"
-            "}\n");
+  EXPECT_EQ(flatJson(root), R"({"tilInst":"ai","startColumn":"0","numColumns":"10"})");
   HTEQTilPartition copy = root;
   EXPECT_EQ(copy, root);
   copy.partitions().back().uuid("u");

@@ -23,15 +23,7 @@ using zr_test::readFile;
 using zr_test::TempDir;
 using Members = std::vector<std::string>;
 
-namespace {
-
-std::string member(const std::string& zip, const std::string& name) {
-  std::string content;
-  EXPECT_TRUE(HUTZip::readMember(zip, name, content)) << name;
-  return content;
-}
-
-}  // namespace
+using zr_test::memberText;
 
 TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
   TempDir dir;
@@ -41,12 +33,12 @@ TEST(HUTZip, WritingOneMemberKeepsTheOthers) {
   HUTZip::writeMember(zip, "cfa.json", "{\"v\": 2}\n");
 
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "bd/top.bd"}));
-  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 2}\n");
-  EXPECT_EQ(member(zip, "bd/top.bd"), "block design");
+  EXPECT_EQ(memberText(zip, "cfa.json"), "{\"v\": 2}\n");
+  EXPECT_EQ(memberText(zip, "bd/top.bd"), "block design");
 
   const std::string big = zr_test::incompressible(300000);
   HUTZip::writeMember(zip, "bits/full.bit", big);
-  EXPECT_EQ(member(zip, "bits/full.bit"), big);
+  EXPECT_EQ(memberText(zip, "bits/full.bit"), big);
 }
 
 TEST(HUTZip, UpdatesKeepTheArchivesModeAndFollowALinkToIt) {
@@ -106,7 +98,6 @@ TEST(HUTZip, ContainsFileAnswersOnlyForPlainMembersOfSoundArchives) {
   const std::string fifo = dir.file("pipe.cfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   EXPECT_FALSE(HUTZip::containsFile(fifo, "sw/a.spfm"));
-  EXPECT_THROW_MSG(HUTZip::getFiles(fifo), HEXUserException, "not a regular file");
   EXPECT_THROW(HUTZip::writeMember(fifo, "x", "y"), HEXUserException);
 }
 
@@ -166,7 +157,7 @@ TEST(HUTZip, CompressCreatesThenAppendsWithRelativeNames) {
   HUTZip::compress(zip, stage + "/lfa.json", stage, HUTZip::ZO_CREATE_RELATIVE);
   HUTZip::compress(zip, stage + "/hw/top.hpfm", stage, HUTZip::ZO_APPEND_RELATIVE);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"lfa.json", "hw/top.hpfm"}));
-  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+  EXPECT_EQ(memberText(zip, "hw/top.hpfm"), "<hpfm/>");
 
   // Without the relative bit the member is the bare file name.
   HUTZip::compress(zip, stage + "/hw/top.hpfm", "", HUTZip::ZO_APPEND);
@@ -190,7 +181,7 @@ TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
   HUTZip::compressDir(zip, overlay);
   EXPECT_EQ(HUTZip::getFiles(zip),
             (Members{"cfa.json", "overlay/emu/emu.xml", "overlay/emu/emu.bd", "overlay/top.tcl"}));
-  EXPECT_EQ(member(zip, "overlay/emu/emu.xml"), "<new/>");
+  EXPECT_EQ(memberText(zip, "overlay/emu/emu.xml"), "<new/>");
 
   // A script keeps its permission to run.
   ::chmod((overlay + "/top.tcl").c_str(), 0755);
@@ -213,10 +204,12 @@ TEST(HUTZip, CompressDirAddsTheTreeUnderItsNameAndReplacesMembers) {
   EXPECT_THROW(HUTZip::compressDir(zip, dir.file("nothing")), HEXUserException);
 }
 
-TEST(HUTZip, UncompressCopiesOneMemberKeepingItsPath) {
+// uncompress copies a member below a directory under its own path, into
+// the file it is given.
+TEST(HUTZip, OneMemberIsCopiedBelowADirectoryOrToAFile) {
   TempDir dir;
   const std::string zip = dir.file("q.rqa");
-  makeZip(zip, {{"rqa.json", "{}"}, {"ip/core.xci", "new"}});
+  makeZip(zip, {{"rqa.json", "{}"}, {"ip/core.xci", "new"}, {"hw/", ""}});
   const std::string out = dir.file("out");
 
   EXPECT_FALSE(HUTZip::uncompress(zip, "ip/none.xci", out, true));
@@ -224,12 +217,18 @@ TEST(HUTZip, UncompressCopiesOneMemberKeepingItsPath) {
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
   EXPECT_FALSE(HUTFile::exists(out + "/rqa.json"));
-
   zr_test::writeFile(out + "/ip/core.xci", "mine");
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, false));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "mine");
   EXPECT_TRUE(HUTZip::uncompress(zip, "ip/core.xci", out, true));
   EXPECT_EQ(readFile(out + "/ip/core.xci"), "new");
+
+  EXPECT_TRUE(HUTZip::extractMember(zip, "ip/core.xci", dir.file("a/b/c.xci")));
+  EXPECT_EQ(readFile(dir.file("a/b/c.xci")), "new");
+  EXPECT_FALSE(HUTZip::extractMember(zip, "hw/", dir.file("d")));
+  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
+  EXPECT_FALSE(HUTFile::exists(dir.file("e")));
+  EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "ip/core.xci", dir.file("g")));
 }
 
 TEST(HUTZip, UncompressDirCopiesOnlyWhatLiesBelowTheDirectory) {
@@ -330,14 +329,20 @@ TEST(HUTZip, WritingRefusesUnsafeMemberNames) {
   EXPECT_TRUE(HUTZip::containsFile(zip, "a:b/c:d"));
 }
 
-TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
+TEST(HUTZip, MembersBeyondTheSizeLimitOrTheirRecordedSizeAreRefused) {
   TempDir dir;
+  // A member that inflates past the size its headers record is refused.
+  const std::string liar = dir.file("liar.zip");
+  makeZip(liar, {{"liar.bin", std::string(1 << 20, 'z')}});
+  zr_test::patchFirstRecordedSize(liar, 100);
+  std::string content;
+  EXPECT_THROW(HUTZip::readMember(liar, "liar.bin", content), HEXDataException);
+  EXPECT_LE(content.size(), 100u);
+
   const std::string zip = dir.file("bomb.zip");
   makeZip(zip, {{"small.txt", "fine"}, {"zeros.bin", std::string(1 << 20, '\0')}});
   ASSERT_LT(HUTFile::getSize(zip), 20000);
   zr_test::ScopedMemberLimit limit(64 * 1024);
-
-  std::string content;
   EXPECT_TRUE(HUTZip::readMember(zip, "small.txt", content));
   EXPECT_THROW_MSG(HUTZip::readMember(zip, "zeros.bin", content), HEXDataException, "zeros.bin");
   EXPECT_THROW_MSG(HUTZip::readMember(zip, "zeros.bin", content), HEXDataException, "limit");
@@ -347,28 +352,6 @@ TEST(HUTZip, MembersBeyondTheSizeLimitAreRefused) {
   EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("x")));
   EXPECT_THROW(HUTZip::extractMember(zip, "zeros.bin", dir.file("x/zeros.bin")), HEXDataException);
   EXPECT_TRUE(boost::filesystem::is_empty(dir.file("x")));
-}
-
-TEST(HUTZip, AMemberInflatingPastItsRecordedSizeIsRefused) {
-  TempDir dir;
-  const std::string zip = dir.file("liar.zip");
-  makeZip(zip, {{"liar.bin", std::string(1 << 20, 'z')}});
-  zr_test::patchFirstRecordedSize(zip, 100);
-  std::string content;
-  EXPECT_THROW(HUTZip::readMember(zip, "liar.bin", content), HEXDataException);
-  EXPECT_LE(content.size(), 100u);
-}
-
-TEST(HUTZip, ExtractMemberCopiesToTheGivenFile) {
-  TempDir dir;
-  const std::string zip = dir.file("p.cfa");
-  makeZip(zip, {{"hw/top.hpfm", "<hpfm/>"}, {"hw/", ""}});
-  EXPECT_TRUE(HUTZip::extractMember(zip, "hw/top.hpfm", dir.file("a/b/c.hpfm")));
-  EXPECT_EQ(readFile(dir.file("a/b/c.hpfm")), "<hpfm/>");
-  EXPECT_FALSE(HUTZip::extractMember(zip, "hw/", dir.file("d")));
-  EXPECT_FALSE(HUTZip::extractMember(zip, "none", dir.file("e/f")));
-  EXPECT_FALSE(HUTFile::exists(dir.file("e")));
-  EXPECT_FALSE(HUTZip::extractMember(dir.file("no.zip"), "hw/top.hpfm", dir.file("g")));
 }
 
 TEST(HUTZip, ANestedArchiveYieldsItsMembersAndLeavesNoTemporary) {
@@ -397,7 +380,7 @@ TEST(HUTZip, DeleteFilesKeepsTheRestAndAnEmptyArchiveStaysAnArchive) {
   makeZip(zip, {{"a", "1"}, {"b", "2"}, {"c", "3"}});
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"b", "none"}), 1);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "c"}));
-  EXPECT_EQ(member(zip, "c"), "3");
+  EXPECT_EQ(memberText(zip, "c"), "3");
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"none"}), 0);
   EXPECT_EQ(HUTZip::deleteFilesFromZip(zip, {"a", "c"}), 2);
   EXPECT_TRUE(HUTFile::isFile(zip));
@@ -417,7 +400,7 @@ TEST(HUTZip, UpdateFilesIsOneUpdateThatFailsWhole) {
   const std::string b = dir.write("b", "new b"), c = dir.write("c", "c");
   HUTZip::updateFiles(link, {{"o/b", b}, {"o/c", c}}, true);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"a", "o/b", "o/c"}));
-  EXPECT_EQ(member(zip, "o/b"), "new b");
+  EXPECT_EQ(memberText(zip, "o/b"), "new b");
   EXPECT_EQ(HUTZip::verifyDigest(link), HUTZip::DIGEST_VALID);
   struct stat st;
   ASSERT_EQ(::stat(zip.c_str(), &st), 0);
@@ -438,7 +421,7 @@ TEST(HUTZip, DigestVerifiesUntilAMemberChanges) {
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_NONE);
   HUTZip::attachDigestEn(zip);
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_VALID);
-  EXPECT_EQ(member(zip, "hw/top.hpfm"), "<hpfm/>");
+  EXPECT_EQ(memberText(zip, "hw/top.hpfm"), "<hpfm/>");
 
   HUTZip::writeMember(zip, "hw/top.hpfm", "<hpfm changed=\"1\"/>");
   EXPECT_EQ(HUTZip::verifyDigest(zip), HUTZip::DIGEST_MISMATCH);
@@ -473,7 +456,7 @@ TEST(HUTZip, AFailedWriteLeavesTheOriginalArchiveIntact) {
   }
   EXPECT_EQ(readFile(zip), before);
   EXPECT_EQ(HUTZip::getFiles(zip), (Members{"cfa.json", "hw/top.hpfm"}));
-  EXPECT_EQ(member(zip, "cfa.json"), "{\"v\": 1}");
+  EXPECT_EQ(memberText(zip, "cfa.json"), "{\"v\": 1}");
   // No temporary file is left behind.
   EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(dir.path()), {}), 1);
 }
@@ -515,8 +498,8 @@ TEST(HUTZip, MembersPastTheMetadataOrRatioLimitAreRefusedNamingIt) {
   }
   // Within the limits, the same members read whole.
   const zr_test::ScopedReadLimits lifted(64 << 20, 0);
-  EXPECT_EQ(member(zip, "dense.bit").size(), 2u << 20);
-  EXPECT_EQ(member(zip, "random.bit"), random);
+  EXPECT_EQ(memberText(zip, "dense.bit").size(), 2u << 20);
+  EXPECT_EQ(memberText(zip, "random.bit"), random);
 }
 
 TEST(HUTFile, EveryReaderRefusesWhatIsNoRegularFileWithoutBlocking) {

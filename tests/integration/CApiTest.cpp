@@ -65,15 +65,6 @@ TEST_F(CApi, OnlyTheThreeEntryPointsAndPublicClassesAreExported) {
 
 TEST_F(CApi, FreeAcceptsNull) { free_(nullptr); }
 
-TEST_F(CApi, PlatformThatCannotBeAttachedGivesNull) {
-  TempDir dir;
-  const std::string zdf = dir.write("p/b.zdf", zdfText(zdfHw("hw", "missing.lfa")));
-  EXPECT_EQ(full_(zdf.c_str()), nullptr);
-  EXPECT_EQ(short_(zdf.c_str()), nullptr);
-  EXPECT_EQ(full_(dir.file("missing.lfa").c_str()), nullptr);
-  EXPECT_EQ(full_(dir.write("bad.spfm", "<x/>").c_str()), nullptr);
-}
-
 TEST_F(CApi, EveryFailureGivesNullAndItsReasonAsAMessage) {
   TempDir dir;
   const std::string missing = dir.file("nothing.zdf");

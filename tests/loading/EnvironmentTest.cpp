@@ -37,21 +37,17 @@ TEST(HTEQEnv, ProductNameIsComputedOnceFromTheApplicationRoot) {
   EXPECT_EQ(first, "delmar");
 }
 
+// Lookups ignore case; an unknown word gives the end of each table.
 TEST(HTEQPfmFileTypes, NamesAndLookups) {
-  EXPECT_EQ(HTEQPfmFileTypes::getFileTypeMap().size(), 71u);
-  EXPECT_EQ(HTEQPfmFileTypes::getTclFileTypeMap().size(), 28u);
+  const int end = static_cast<int>(HTEQPfmFileTypes::getFileTypeMap().size());
   EXPECT_EQ(HTEQPfmFileTypes::toFileType("dcp"), HTEQPfmFileTypes::DCP);
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("dcp")), 0);
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("no such type")), 71);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("no such type")), end);
   EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("Emu_Xml")), 28);
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toFileType("IMPL_CONSTRS")), 70);
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("DCP")), 28);
+  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("DCP")),
+            static_cast<int>(HTEQPfmFileTypes::getTclFileTypeMap().size()));
   EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("pre_sys_link_tcl")), 0);
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::toTclFileType("IMPL_CONSTRS")), 27);
-  EXPECT_EQ(HTEQPfmFileTypes::toString(static_cast<HTEQPfmFileTypes::FileType>(71)), "");
-  EXPECT_EQ(HTEQPfmFileTypes::toString(HTEQPfmFileTypes::HPFM), "HPFM");
+  EXPECT_EQ(HTEQPfmFileTypes::toString(static_cast<HTEQPfmFileTypes::FileType>(end)), "");
   EXPECT_EQ(HTEQPfmFileTypes::toString(HTEQPfmFileTypes::TCL_POST_ROUTE_TCL), "POST_ROUTE_TCL");
-  EXPECT_EQ(static_cast<int>(HTEQPfmFileTypes::SEMANTIC_LABEL), 29);
 }
 
 class HTEQTmpDirObjectTest : public ::testing::Test {

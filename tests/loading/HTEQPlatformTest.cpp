@@ -21,18 +21,10 @@ TEST(HTEQPlatform, SoftwareOnlyPlatformWritesNoFileKeys) {
   HTEQPlatform p;
   p.setPartial(true);
   p.setName("sw");
-  EXPECT_EQ(zr_test::jsonText(p),
-            "{\n"
-            "    \"name\": \"sw\",\n"
-            "    \"type\": \"Undefined\",\n"
-            "    \"unified\": \"false\",\n"
-            "    \"zdf\": \"false\",\n"
-            "    \"hardware\": \"false\",\n"
-            "    \"softwareEmulation\": \"false\",\n"
-            "    \"hardwareEmulation\": \"false\",\n"
-            "    \"hardwareEmuPlatform\": \"false\",\n"
-            "    \"hidden\": \"false\"\n"
-            "}\n");
+  EXPECT_EQ(zr_test::flatJson(p),
+            R"({"name":"sw","type":"Undefined","unified":"false","zdf":"false","hardware":"false",)"
+            R"("softwareEmulation":"false","hardwareEmulation":"false","hardwareEmuPlatform":"false",)"
+            R"("hidden":"false"})");
   EXPECT_EQ(p.getTypeString(), "");
   EXPECT_TRUE(p.isFixed());
   EXPECT_FALSE(p.isComplete());

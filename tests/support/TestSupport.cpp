@@ -139,3 +139,29 @@ std::string spfmText(const std::string& name) {
 }
 
 }  // namespace zr_test
+
+namespace zr_test {
+
+std::string lfaJson(const std::string& extra, const std::string& name) {
+  return "{\n"
+         "  \"vendor\": \"acme\", \"boardId\": \"card\", \"name\": \"" +
+         name +
+         "\", \"versionMajor\": \"3\", \"versionMinor\": \"1\",\n"
+         "  \"usesPR\": \"true\", \"hostArchitecture\": \"x86_64\",\n"
+         "  \"devices\": [{\"name\": \"fpga0\", \"type\": \"8\", \"fpgaPart\": "
+         "\"tzq9kp:ptzq9kp:pk676:-2:e\",\n"
+         "               \"numSLRs\": \"2\", \"core\": {\"name\": \"OCL\", \"numComputeUnits\": \"60\"}}],\n"
+         "  \"memories\": [{\"name\": \"bank0\", \"type\": \"ddr4\", \"size\": \"16GB\", \"lowAddress\": "
+         "\"4096\"}],\n"
+         "  \"systemClocks\": [{\"name\": \"a\", \"id\": \"3\"}, {\"name\": \"b\", \"id\": \"7\", "
+         "\"default\": "
+         "\"TRUE\"}],\n"
+         "  \"busInterfaces\": [{\"name\": \"S_AXI\", \"mode\": \"slave\", \"typeRef\": \"aximm\", "
+         "\"dataWidth\": "
+         "\"512x\",\n"
+         "                     \"addressSegments\": [{\"baseName\": \"bank0\", \"index\": \"2\"}]}],\n"
+         "  \"nocConnectivity\": [{\"instRef\": \"noc0\", \"busInterfaces\": [{\"name\": \"M00\"}]}]" +
+         extra + "\n}\n";
+}
+
+}  // namespace zr_test

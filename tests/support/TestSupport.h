@@ -69,6 +69,11 @@ std::string zdfEmu(const std::string& path, const std::string& name);
 namespace zr_test {
 // A small valid software platform with one configuration and one processor group.
 std::string spfmText(const std::string& name = "board_sw");
+
+// A small but complete JSON metadata member of a hardware archive: one device
+// with its core, a memory, two clocks (the second the default), a bus
+// interface with a segment and one NoC record; `extra` adds keys at the end.
+std::string lfaJson(const std::string& extra = "", const std::string& name = "base");
 }  // namespace zr_test
 
 namespace zr_test {
@@ -148,6 +153,30 @@ inline std::string jsonText(const teq_platform::JSONSerializable& object) {
   writer.write(out);
   return out.str();
 }
+// The JSON text without the blanks and line breaks outside its strings: the
+// keys, their order and the values, for tests whose contract is those rather
+// than the printer's layout (which the json suite holds to the reference).
+inline std::string flat(const std::string& text) {
+  std::string out;
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (inString) {
+      out += c;
+      if (c == '\\' && i + 1 < text.size())
+        out += text[++i];
+      else if (c == '"')
+        inString = false;
+    } else if (c == '"') {
+      inString = true;
+      out += c;
+    } else if (c != ' ' && c != '\n') {
+      out += c;
+    }
+  }
+  return out;
+}
+inline std::string flatJson(const teq_platform::JSONSerializable& object) { return flat(jsonText(object)); }
 inline boost::property_tree::ptree jsonTree(const teq_platform::JSONSerializable& object) {
   teq_platform::JSONObjectWriter writer;
   object.toJSON(writer);

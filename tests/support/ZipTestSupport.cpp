@@ -1,5 +1,6 @@
 #include "support/ZipTestSupport.h"
 
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <zip.h>
@@ -32,7 +33,7 @@ void put32(std::string& s, std::size_t at, std::uint32_t v) {
 
 }  // namespace
 
-void makeZip(const std::string& path, const ZipMembers& members, const std::string& comment) {
+std::string makeZip(const std::string& path, const ZipMembers& members, const std::string& comment) {
   int error = 0;
   zip_t* za = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
   if (!za) throw std::runtime_error("makeZip: cannot open " + path);
@@ -48,6 +49,13 @@ void makeZip(const std::string& path, const ZipMembers& members, const std::stri
   if (!comment.empty())
     zip_set_archive_comment(za, comment.data(), static_cast<zip_uint16_t>(comment.size()));
   if (zip_close(za) != 0) throw std::runtime_error("makeZip: cannot write " + path);
+  return path;
+}
+
+std::string memberText(const std::string& zip, const std::string& name) {
+  std::string content;
+  EXPECT_TRUE(HUTZip::readMember(zip, name, content)) << name;
+  return content;
 }
 
 int patchBytes(const std::string& path, const std::string& from, const std::string& to) {

@@ -13,8 +13,11 @@ using ZipMembers = std::vector<std::pair<std::string, std::string>>;
 
 // Writes a zip archive straight through libzip, bypassing the archive layer's
 // checks, so that tests can build archives the layer itself would refuse.
-// Members are deflated; a name ending in "/" makes a directory entry.
-void makeZip(const std::string& path, const ZipMembers& members, const std::string& comment = "");
+// Members are deflated; a name ending in "/" makes a directory entry. Returns the path.
+std::string makeZip(const std::string& path, const ZipMembers& members, const std::string& comment = "");
+
+// The content of a member read through the archive layer; a failure to read it fails the test.
+std::string memberText(const std::string& zip, const std::string& name);
 
 // Replaces every occurrence of `from` in the file by `to` (same length);
 // returns how many were replaced.
