@@ -38,6 +38,19 @@ PathMemo::Scope::~Scope() {
   if (owner_) activeMemo = nullptr;
 }
 
+bool statPath(const std::string& path, struct stat& st) {
+  PathMemo* memo = PathMemo::active();
+  if (memo != nullptr) {
+    if (const struct stat* known = memo->status(path)) {
+      st = *known;
+      return true;
+    }
+  }
+  if (::stat(path.c_str(), &st) != 0) return false;
+  if (memo != nullptr) memo->addStatus(path, st);
+  return true;
+}
+
 OpenedFile openRegular(const std::string& path) {
   OpenedFile file;
   if (path.empty()) return file;

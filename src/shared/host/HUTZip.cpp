@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 
+#include "ZrFileAccess.h"
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "ZrZipDigest.h"
@@ -181,7 +182,7 @@ std::vector<bool> HUTZip::containsFiles(const std::string& zipFile, const std::v
   std::vector<bool> found(members.size(), false);
   std::vector<std::string> plain;
   struct stat st;
-  const bool known = ::stat(zipFile.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+  const bool known = zr_file::statPath(zipFile, st) && S_ISREG(st.st_mode);
   if (!known || !listingCache().lookup(zipFile, st, plain)) {
     std::unique_ptr<Archive> archive;
     try {
@@ -307,7 +308,7 @@ bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {
   content.clear();
   struct stat st;
-  if (::stat(zipFile.c_str(), &st) != 0) return false;
+  if (!zr_file::statPath(zipFile, st)) return false;
   std::unique_ptr<Archive> archive = listingCache().take(zipFile, st);
   if (!archive) archive = std::make_unique<Archive>(zipFile, OpenMode::kRead);
   const std::int64_t index = archive->locate(member);

@@ -55,6 +55,7 @@ class PathMemo {
   void clear() {
     canonical_.clear();
     existing_.clear();
+    stats_.clear();
   }
 
   // The memo active on this thread, or null.
@@ -85,11 +86,24 @@ class PathMemo {
   }
   bool exists(const std::string& path) const { return existing_.count(path) != 0; }
   void addExisting(const std::string& path) { existing_.insert(path); }
+  const struct stat* status(const std::string& path) const {
+    const auto found = stats_.find(path);
+    return found == stats_.end() ? nullptr : &found->second;
+  }
+  void addStatus(const std::string& path, const struct stat& st) {
+    stats_.emplace(path, st);
+    existing_.insert(path);
+  }
 
  private:
   std::unordered_map<std::string, std::string> canonical_;
   std::unordered_set<std::string> existing_;
+  std::unordered_map<std::string, struct stat> stats_;
 };
+
+// stat(2) of the path, answered from the active memo when it has looked
+// before; false when the path cannot be looked at.
+bool statPath(const std::string& path, struct stat& st);
 
 }  // namespace zr_file
 

@@ -172,6 +172,7 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     // files: each path is resolved once per platform.
     zr_file::PathMemo paths;
     const zr_file::PathMemo::Scope pathScope(paths);
+    paths.addExisting(file);  // the walk has just met it as a regular file
     try {
       std::unique_ptr<teq_platform::PlatformLoader> loader = reportLoader(file, detailed);
       if (!getPlatformInfo_(loader.get(), entry, detailed)) continue;
