@@ -40,23 +40,16 @@ struct OpenedFile {
 OpenedFile openRegular(const std::string& path);
 
 // What the file queries of one thread learn while an object of this class is
-// active there: the canonical names they resolved and the paths they found to
-// exist. A platform load asks the same questions about the same few paths
-// several times (the descriptor's reader, the loader and the hardware reader
-// each resolve the archive's name); within one load the answers are taken to
-// stay the same. Only positive answers are kept; the opens that read a file
-// always look again. Activations nest: the outermost memo is the one used.
+// active there: the canonical names they resolved, the paths they found to
+// exist and the status of the archives they looked at. A platform load asks the same questions about the same
+// few paths several times (the descriptor's reader, the loader and the hardware reader each resolve the
+// archive's name); within one load the answers are taken to stay the same. Only positive answers are kept;
+// the opens that read a file always look again. Activations nest: the outermost memo is the one used.
 class PathMemo {
  public:
   PathMemo() = default;
   PathMemo(const PathMemo&) = delete;
   PathMemo& operator=(const PathMemo&) = delete;
-
-  void clear() {
-    canonical_.clear();
-    existing_.clear();
-    stats_.clear();
-  }
 
   // The memo active on this thread, or null.
   static PathMemo* active();
