@@ -73,10 +73,10 @@ class ZR_PLATFORM_API HUTFile {
   static void renameFile(const std::string& from, const std::string& to);
 
   // Every file the library reads goes through these two. The path must name a
-  // regular file once links are followed; that is checked before the file is
-  // opened, so a FIFO, socket or device (/dev/stdin included) is refused
-  // without being opened, as reading one could block or never end. The open
-  // file is checked again, in case the path changed in between.
+  // regular file once links are followed. It is opened without blocking and
+  // the open file is checked, so that what is checked is what is read: a FIFO,
+  // socket or device (/dev/stdin included) is closed again without a byte read,
+  // as reading one could block or never end.
   // openForReading returns a descriptor the caller closes. Both throw
   // HEXFileNotFoundException when nothing is at the path, HEXUserException
   // when it is "not a regular file" or cannot be opened or read.

@@ -34,32 +34,41 @@ class Walk {
       : options_(options), visit_(visit) {}
 
   void directory(const std::string& dir, int depth) {
-    struct stat own {};
-    if (::stat(dir.c_str(), &own) != 0) throwFor(dir);
-    const std::pair<dev_t, ino_t> id(own.st_dev, own.st_ino);
-    for (const auto& open : open_)
-      if (open == id) return;  // a link back to a directory being walked
-    open_.push_back(id);
     // The names are read first and the stream closed before descending, so
-    // that a deep tree holds one open directory at a time.
-    std::vector<std::string> names;
+    // that a deep tree holds one open directory at a time. The kinds the
+    // listing gives save a look at every plain file and directory.
+    struct Listed {
+      std::string name;
+      unsigned char type;
+    };
+    std::vector<Listed> names;
     {
       DirStream stream(dir);
       if (stream.get() == nullptr) throwFor(dir);
+      struct stat own {};
+      if (::fstat(::dirfd(stream.get()), &own) != 0) throwFor(dir);
+      const std::pair<dev_t, ino_t> id(own.st_dev, own.st_ino);
+      for (const auto& open : open_)
+        if (open == id) return;  // a link back to a directory being walked
       errno = 0;
       while (const dirent* ent = ::readdir(stream.get())) {
-        const std::string name = ent->d_name;
-        if (name != "." && name != "..") names.push_back(name);
+        const char* name = ent->d_name;
+        if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) names.push_back({name, ent->d_type});
         errno = 0;
       }
       if (errno != 0) throwFor(dir);
+      open_.push_back(id);
     }
-    for (const auto& name : names) {
+    for (const auto& listed : names) {
       HUTDirEntry entry;
-      entry.path = dir == "/" ? "/" + name : dir + "/" + name;
+      entry.path = dir == "/" ? "/" + listed.name : dir + "/" + listed.name;
       entry.depth = depth;
       struct stat st {};
-      if (::lstat(entry.path.c_str(), &st) != 0) continue;  // gone since it was listed
+      if (listed.type == DT_REG || listed.type == DT_DIR) {
+        st.st_mode = listed.type == DT_REG ? S_IFREG : S_IFDIR;
+      } else if (::lstat(entry.path.c_str(), &st) != 0) {
+        continue;  // gone since it was listed
+      }
       if (S_ISLNK(st.st_mode)) {
         entry.isSymlink = true;
         if (::stat(entry.path.c_str(), &st) != 0) entry.isBrokenLink = true;

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "ZrFileAccess.h"
 #include "ZrOwned.h"
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
@@ -21,10 +22,72 @@
 
 namespace fs = boost::filesystem;
 
+namespace zr_file {
+
+namespace {
+thread_local PathMemo* activeMemo = nullptr;
+}  // namespace
+
+PathMemo* PathMemo::active() { return activeMemo; }
+
+PathMemo::Scope::Scope(PathMemo& memo) : owner_(activeMemo == nullptr) {
+  if (owner_) activeMemo = &memo;
+}
+
+PathMemo::Scope::~Scope() {
+  if (owner_) activeMemo = nullptr;
+}
+
+bool statPath(const std::string& path, struct stat& st) {
+  PathMemo* memo = PathMemo::active();
+  if (memo != nullptr) {
+    if (const struct stat* known = memo->status(path)) {
+      st = *known;
+      return true;
+    }
+  }
+  if (::stat(path.c_str(), &st) != 0) return false;
+  if (memo != nullptr) memo->addStatus(path, st);
+  return true;
+}
+
+OpenedFile openRegular(const std::string& path) {
+  OpenedFile file;
+  if (path.empty()) return file;
+  file.fd.reset(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.fd) {
+    file.error = errno;
+    if (::stat(path.c_str(), &file.st) != 0) {
+      file.error = errno;
+      file.state = errno == ENOENT || errno == ENOTDIR ? OpenState::kMissing : OpenState::kUnreachable;
+    } else if (S_ISDIR(file.st.st_mode)) {
+      file.state = OpenState::kDirectory;
+    } else {
+      file.state = S_ISREG(file.st.st_mode) ? OpenState::kFailed : OpenState::kNotRegular;
+    }
+    return file;
+  }
+  if (::fstat(file.fd.get(), &file.st) != 0 || !S_ISREG(file.st.st_mode)) {
+    file.state = S_ISDIR(file.st.st_mode) ? OpenState::kDirectory : OpenState::kNotRegular;
+    file.fd.reset();
+    return file;
+  }
+  // Clears O_NONBLOCK, the one status flag the open set.
+  ::fcntl(file.fd.get(), F_SETFL, 0);
+  file.state = OpenState::kOpen;
+  return file;
+}
+
+}  // namespace zr_file
+
 bool HUTFile::exists(const std::string& path) {
   if (path.empty()) return false;
+  zr_file::PathMemo* memo = zr_file::PathMemo::active();
+  if (memo != nullptr && memo->exists(path)) return true;
   boost::system::error_code ec;
-  return fs::exists(path, ec);
+  const bool found = fs::exists(path, ec);
+  if (found && memo != nullptr) memo->addExisting(path);
+  return found;
 }
 
 bool HUTFile::isDir(const std::string& path) {
@@ -57,8 +120,15 @@ std::string HUTFile::getCanonicalName(const std::string& path) {
   // A path that exists resolves in one pass of the C library (platform loads
   // ask for the same archive's name several times; the general route below
   // looks at every component more than once).
+  zr_file::PathMemo* memo = zr_file::PathMemo::active();
+  if (memo != nullptr) {
+    if (const std::string* known = memo->canonical(path)) return *known;
+  }
   char resolved[PATH_MAX];
-  if (::realpath(path.c_str(), resolved) != nullptr) return resolved;
+  if (::realpath(path.c_str(), resolved) != nullptr) {
+    if (memo != nullptr) memo->addCanonical(path, resolved);
+    return resolved;
+  }
   boost::system::error_code ec;
   fs::path p = fs::weakly_canonical(fs::absolute(path), ec);
   if (ec) p = fs::absolute(path).lexically_normal();
@@ -218,31 +288,35 @@ void HUTFile::renameFile(const std::string& from, const std::string& to) {
   if (ec) throw HEXUserException("cannot rename '" + from + "' to '" + to + "': " + ec.message());
 }
 
-int HUTFile::openForReading(const std::string& path) {
-  struct stat st;
-  if (path.empty() || ::stat(path.c_str(), &st) != 0) {
-    if (!path.empty() && errno != ENOENT && errno != ENOTDIR)
-      throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
-    throw HEXFileNotFoundException(path);
+namespace {
+
+// The open file, or the exception that says why the path cannot be read.
+zr_file::OpenedFile openForReadingWithStat(const std::string& path) {
+  zr_file::OpenedFile file = zr_file::openRegular(path);
+  switch (file.state) {
+    case zr_file::OpenState::kOpen:
+      return file;
+    case zr_file::OpenState::kMissing:
+      throw HEXFileNotFoundException(path);
+    case zr_file::OpenState::kDirectory:
+    case zr_file::OpenState::kNotRegular:
+      throw HEXUserException("cannot read '" + path + "': it is not a regular file");
+    case zr_file::OpenState::kUnreachable:
+    case zr_file::OpenState::kFailed:
+      break;
   }
-  if (!S_ISREG(st.st_mode)) throw HEXUserException("cannot read '" + path + "': it is not a regular file");
-  // Non-blocking, so that a path swapped for a FIFO since the look above
-  // cannot hold the open; the descriptor is made blocking again for reading.
-  zr_owned::Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (!fd) throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
-  if (::fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode))
-    throw HEXUserException("cannot read '" + path + "': it is not a regular file");
-  const int flags = ::fcntl(fd.get(), F_GETFL);
-  if (flags >= 0) ::fcntl(fd.get(), F_SETFL, flags & ~O_NONBLOCK);
-  return fd.release();
+  throw HEXUserException("cannot read '" + path + "': " + std::strerror(file.error));
 }
+
+}  // namespace
+
+int HUTFile::openForReading(const std::string& path) { return openForReadingWithStat(path).fd.release(); }
 
 std::string HUTFile::readAll(const std::string& path, unsigned long long maxBytes,
                              const std::string& limitName) {
-  zr_owned::Fd fd(openForReading(path));
-  struct stat st;
-  if (::fstat(fd.get(), &st) != 0)
-    throw HEXUserException("cannot read '" + path + "': " + std::strerror(errno));
+  zr_file::OpenedFile file = openForReadingWithStat(path);
+  const zr_owned::Fd fd(file.fd.release());
+  const struct stat& st = file.st;
   const auto tooLarge = [&] {
     return HEXDataException("'" + path + "' is larger than the " + limitName + " of " +
                             std::to_string(maxBytes) + " bytes");

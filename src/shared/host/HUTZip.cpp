@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 
+#include "ZrFileAccess.h"
 #include "ZrTempFile.h"
 #include "ZrZipArchive.h"
 #include "ZrZipDigest.h"
@@ -33,6 +34,11 @@ std::uint64_t gMaxMemberSize = 2ull << 30;
 // asks about the same archive more than once (its JSON members, then its
 // emulation members); a listing is answered again while the file is the same
 // one, unchanged: same device, inode, size, modification and change times.
+//
+// The archive a listing opened last is kept open for the member read that
+// usually follows, under the same condition, so that a load opens and checks
+// each archive once. At most one archive is held: the read takes it, and the
+// next listing that opens an archive closes it.
 class ListingCache {
  public:
   bool lookup(const std::string& path, const struct stat& st, std::vector<std::string>& names) {
@@ -52,6 +58,20 @@ class ListingCache {
     if (entries_.size() == kEntries) entries_.erase(entries_.begin());
     entries_.push_back(Entry{path, st, std::move(names)});
   }
+  void hold(const std::string& path, const struct stat& st, std::unique_ptr<Archive> archive) {
+    std::unique_ptr<Archive> previous;
+    std::lock_guard<std::mutex> lock(mutex_);
+    previous = std::move(held_);
+    held_ = std::move(archive);
+    heldPath_ = path;
+    heldStat_ = st;
+  }
+  // The held archive when it is the file at the path, unchanged; else null.
+  std::unique_ptr<Archive> take(const std::string& path, const struct stat& st) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (!held_ || heldPath_ != path || !same(heldStat_, st)) return nullptr;
+    return std::move(held_);
+  }
 
  private:
   static constexpr std::size_t kEntries = 8;
@@ -67,6 +87,9 @@ class ListingCache {
   }
   std::mutex mutex_;
   std::vector<Entry> entries_;
+  std::unique_ptr<Archive> held_;
+  std::string heldPath_;
+  struct stat heldStat_ {};
 };
 
 ListingCache& listingCache() {
@@ -159,17 +182,21 @@ std::vector<bool> HUTZip::containsFiles(const std::string& zipFile, const std::v
   std::vector<bool> found(members.size(), false);
   std::vector<std::string> plain;
   struct stat st;
-  const bool known = ::stat(zipFile.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+  const bool known = zr_file::statPath(zipFile, st) && S_ISREG(st.st_mode);
   if (!known || !listingCache().lookup(zipFile, st, plain)) {
+    std::unique_ptr<Archive> archive;
     try {
-      Archive archive(zipFile, OpenMode::kRead);
-      for (std::int64_t i = 0, n = archive.size(); i < n; ++i)
-        if (!archive.isDirectoryEntry(i)) plain.push_back(archive.name(i));
+      archive = std::make_unique<Archive>(zipFile, OpenMode::kRead);
+      for (std::int64_t i = 0, n = archive->size(); i < n; ++i)
+        if (!archive->isDirectoryEntry(i)) plain.push_back(archive->name(i));
     } catch (const HEXAll&) {
       return found;
     }
     std::sort(plain.begin(), plain.end());
-    if (known) listingCache().store(zipFile, st, plain);
+    if (known) {
+      listingCache().store(zipFile, st, plain);
+      listingCache().hold(zipFile, st, std::move(archive));
+    }
   }
   for (std::size_t i = 0; i < members.size(); ++i)
     found[i] = !members[i].empty() && members[i].find('\0') == std::string::npos &&
@@ -280,11 +307,13 @@ bool HUTZip::extractNestedMember(const std::string& zipFile, const std::string& 
 
 bool HUTZip::readMember(const std::string& zipFile, const std::string& member, std::string& content) {
   content.clear();
-  if (!HUTFile::exists(zipFile)) return false;
-  Archive archive(zipFile, OpenMode::kRead);
-  const std::int64_t index = archive.locate(member);
-  if (index < 0 || archive.isDirectoryEntry(index)) return false;
-  content = archive.read(index);
+  struct stat st;
+  if (!zr_file::statPath(zipFile, st)) return false;
+  std::unique_ptr<Archive> archive = listingCache().take(zipFile, st);
+  if (!archive) archive = std::make_unique<Archive>(zipFile, OpenMode::kRead);
+  const std::int64_t index = archive->locate(member);
+  if (index < 0 || archive->isDirectoryEntry(index)) return false;
+  content = archive->read(index);
   return true;
 }
 

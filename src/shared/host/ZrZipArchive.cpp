@@ -11,6 +11,7 @@
 #include <fstream>
 #include <unordered_set>
 
+#include "ZrFileAccess.h"
 #include "ZrTempFile.h"
 #include "ZrZipRawScan.h"
 #include "host/HEXAll.h"
@@ -81,40 +82,39 @@ void checkMemberName(const std::string& archive, const std::string& name) {
 
 Archive::Archive(const std::string& path, OpenMode mode) : path_(path), file_(path) {
   if (path.empty()) throw HEXUserException("no archive path was given");
-  // One look at the file answers every question about it (archives are
-  // opened several times a load).
-  struct stat st;
-  const bool present = ::stat(path.c_str(), &st) == 0;
-  if (present && S_ISDIR(st.st_mode))
-    throw HEXUserException("cannot open archive '" + path + "': it is a directory");
-  if (mode == OpenMode::kRead && !present) throw HEXFileNotFoundException(path);
-  // A pipe or a device would block or never end: only plain files are archives.
-  if (present && !S_ISREG(st.st_mode))
-    throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
-
-  int flags = 0;
-  switch (mode) {
-    case OpenMode::kRead:
-      flags = ZIP_RDONLY;
-      break;
-    case OpenMode::kUpdate:
-      flags = ZIP_CREATE;
-      break;
-    case OpenMode::kCreate:
-      flags = ZIP_CREATE | ZIP_TRUNCATE;
-      break;
-  }
   int code = 0;
   std::string nulName;
   bool nulFound = false;
   if (mode == OpenMode::kRead) {
-    // One descriptor serves the raw name check and the zip library; it is
-    // opened by the file service, which refuses anything but a regular file.
-    zr_owned::Fd fd(HUTFile::openForReading(path));
-    nulFound = rawNamesHoldNul(fd.get(), nulName);
-    za_.reset(zip_fdopen(fd.get(), 0, &code));
-    if (za_) fd.release();  // the archive closes it from now on
+    // One descriptor, opened and then checked, serves the raw name check and
+    // the zip library. A pipe or a device would block or never end: only
+    // plain files are archives.
+    zr_file::OpenedFile file = zr_file::openRegular(path);
+    switch (file.state) {
+      case zr_file::OpenState::kOpen:
+        break;
+      case zr_file::OpenState::kMissing:
+      case zr_file::OpenState::kUnreachable:
+        throw HEXFileNotFoundException(path);
+      case zr_file::OpenState::kDirectory:
+        throw HEXUserException("cannot open archive '" + path + "': it is a directory");
+      case zr_file::OpenState::kNotRegular:
+        throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
+      case zr_file::OpenState::kFailed:
+        throw HEXUserException("cannot read '" + path + "': " + std::strerror(file.error));
+    }
+    nulFound = rawNamesHoldNul(file.fd.get(), nulName);
+    za_.reset(zip_fdopen(file.fd.get(), 0, &code));
+    if (za_) file.fd.release();  // the archive closes it from now on
   } else {
+    // One look at the file answers every question about it.
+    struct stat st;
+    const bool present = ::stat(path.c_str(), &st) == 0;
+    if (present && S_ISDIR(st.st_mode))
+      throw HEXUserException("cannot open archive '" + path + "': it is a directory");
+    if (present && !S_ISREG(st.st_mode))
+      throw HEXUserException("cannot open archive '" + path + "': it is not a regular file");
+    const int flags = mode == OpenMode::kUpdate ? ZIP_CREATE : ZIP_CREATE | ZIP_TRUNCATE;
     // An update through a link updates the file it points to; renaming the
     // new archive over the link itself would leave that file stale.
     struct stat link;

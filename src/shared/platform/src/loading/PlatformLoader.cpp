@@ -1,5 +1,6 @@
 #include "platform/PlatformLoader.h"
 
+#include "ZrFileAccess.h"
 #include "archives/ArchiveMemberCache.h"
 #include "host/ComMsgMgr.h"
 #include "host/HUTFile.h"
@@ -42,6 +43,8 @@ PlatformLoader::PlatformLoader(const std::string& file, HwMetadataMode mode)
   } else {
     // Anything else, no extension included, is taken for a descriptor.
     platform_ptr_->setZdf(true);
+    zr_file::PathMemo paths;
+    const zr_file::PathMemo::Scope pathScope(paths);
     HTEQPlatformXMLReader reader(file, platform_ptr_.get());
     if (!reader.parseFile()) throw PlatformParseException("failed to parse the ZDF file");
     return;
@@ -77,6 +80,10 @@ std::shared_ptr<HTEQPlatform> PlatformLoader::load() {
   if (loaded_) return platform_ptr_;
   if (!platform_ptr_) return nullptr;
   LoadScope scope(*this);
+  // The loaders and readers below resolve and look for the same files more
+  // than once: each is looked at once per load.
+  zr_file::PathMemo paths;
+  const zr_file::PathMemo::Scope pathScope(paths);
   try {
     if (platform_ptr_->hasReconfigurablePartitions()) {
       for (auto* rp : platform_ptr_->getReconfigurablePartitions()) {

@@ -1,7 +1,7 @@
 #include "platform/NativePlatformRepoService.h"
 
-#include <algorithm>
 #include <set>
+#include <unordered_set>
 
 #include "host/HSTStringUtils.h"
 #include "host/HUTConsole.h"
@@ -56,6 +56,8 @@ void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::
   }
   std::vector<std::string> all = dirs;
   if (withDefaults) getDefaultPlatformLookupDirs(all);
+  // A file met twice (repositories that overlap) is listed once, where it was first met.
+  std::unordered_set<std::string> listed(files.begin(), files.end());
   for (const auto& dir : all) {
     if (!HUTFile::isDir(dir) || !HUTFile::exists(dir)) continue;
     std::string error;
@@ -63,7 +65,7 @@ void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::
         dir,
         [&](const std::string& file) {
           if (!name.empty() && !HSTStringUtils::iequals(HUTPathUtils::getStem(file), name)) return;
-          if (std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
+          if (listed.insert(file).second) files.push_back(file);
         },
         error);
     if (!complete) HUTConsole::err("Exception: " + error + "\n");

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <vector>
 
+#include "ZrFileAccess.h"
 #include "host/HUTConsole.h"
 #include "host/HUTEnv.h"
 #include "json/JsonDocument.h"
@@ -167,6 +168,11 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     if (progress && done > 0) progress(done, files.size());
     ++done;
     Tree entry;
+    // The descriptor's reader, the loader and the report look at the same
+    // files: each path is resolved once per platform.
+    zr_file::PathMemo paths;
+    const zr_file::PathMemo::Scope pathScope(paths);
+    paths.addExisting(file);  // the walk has just met it as a regular file
     try {
       std::unique_ptr<teq_platform::PlatformLoader> loader = reportLoader(file, detailed);
       if (!getPlatformInfo_(loader.get(), entry, detailed)) continue;

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <map>
 #include <mutex>
+#include <utility>
+#include <vector>
 
 #include "ZrOwned.h"
 #include "host/HSTStringUtils.h"
@@ -78,17 +80,45 @@ class Schema {
   // Throws the first violation of the document.
   void validate(xmlDocPtr doc, const std::string& name) const {
     ErrorSink errors;
-    const Owned<xmlSchemaValidCtxt, xmlSchemaFreeValidCtxt> vctxt(xmlSchemaNewValidCtxt(schema_.get()));
+    ValidCtxt vctxt = takeContext_();
     if (!vctxt) throw HXMLException(name + ": out of memory", 0);
     xmlSchemaSetValidStructuredErrors(vctxt.get(), collectError, &errors);
-    if (xmlSchemaValidateDoc(vctxt.get(), doc) != 0) {
+    const int result = xmlSchemaValidateDoc(vctxt.get(), doc);
+    xmlSchemaSetValidStructuredErrors(vctxt.get(), nullptr, nullptr);
+    if (result != 0) {
       if (!errors.seen) errors.text = "the document does not match its schema";
       throw HXMLException(located(name, errors), errors.line);
     }
+    // Only a context whose run ended cleanly is used again.
+    returnContext_(std::move(vctxt));
   }
 
  private:
+  using ValidCtxt = Owned<xmlSchemaValidCtxt, xmlSchemaFreeValidCtxt>;
+
+  // Validation contexts are made once and used again: each validation starts
+  // the context afresh, and making one costs about as much as checking a
+  // small document. One context is kept per thread that validates at once.
+  ValidCtxt takeContext_() const {
+    {
+      std::lock_guard<std::mutex> lock(poolMutex_);
+      if (!pool_.empty()) {
+        ValidCtxt vctxt = std::move(pool_.back());
+        pool_.pop_back();
+        return vctxt;
+      }
+    }
+    return ValidCtxt(xmlSchemaNewValidCtxt(schema_.get()));
+  }
+  void returnContext_(ValidCtxt vctxt) const {
+    std::lock_guard<std::mutex> lock(poolMutex_);
+    if (pool_.size() < kPooled) pool_.push_back(std::move(vctxt));
+  }
+
+  static constexpr std::size_t kPooled = 4;
   Owned<xmlSchema, xmlSchemaFree> schema_;
+  mutable std::mutex poolMutex_;
+  mutable std::vector<ValidCtxt> pool_;
 };
 
 const Schema& schemaFor(const char* key, const char* xsdText, std::size_t size) {
@@ -246,6 +276,22 @@ void scanElementCounts(const std::string& data, const std::string& name) {
   }
 }
 
+// The parser context of this thread, made once and used again for every
+// document (each parse starts it afresh): making one, with its dictionary,
+// costs about as much as parsing a small document. The documents share the
+// dictionary by reference; a new context is made once it holds more than
+// kDictNames names, so that it stays bounded.
+using ParserCtxt = Owned<xmlParserCtxt, xmlFreeParserCtxt>;
+constexpr std::size_t kDictNames = 10000;
+
+ParserCtxt& threadParser() {
+  thread_local ParserCtxt ctxt;
+  if (ctxt && ctxt->dict != nullptr && static_cast<std::size_t>(xmlDictSize(ctxt->dict)) > kDictNames)
+    ctxt.reset();
+  if (!ctxt) ctxt.reset(xmlNewParserCtxt());
+  return ctxt;
+}
+
 std::shared_ptr<void> readDoc(const std::string& name, const std::string& data) {
   initOnce();
   const unsigned long long limit = HUTEnv::instance().getMaxMetadataSize();
@@ -257,12 +303,14 @@ std::shared_ptr<void> readDoc(const std::string& name, const std::string& data) 
     throw HXMLException(name + ": the document is compressed (" + form + "); compressed XML is not read", 0);
   scanElementCounts(data, name);
   xmlSetGenericErrorFunc(nullptr, dropGeneric);
-  const Owned<xmlParserCtxt, xmlFreeParserCtxt> ctxt(xmlNewParserCtxt());
-  if (!ctxt) throw HXMLException(name + ": out of memory", 0);
+  ParserCtxt& shared = threadParser();
+  if (!shared) throw HXMLException(name + ": out of memory", 0);
   ErrorSink errors;
-  Owned<xmlDoc, xmlFreeDoc> doc(xmlCtxtReadMemory(ctxt.get(), data.data(), static_cast<int>(data.size()),
+  Owned<xmlDoc, xmlFreeDoc> doc(xmlCtxtReadMemory(shared.get(), data.data(), static_cast<int>(data.size()),
                                                   name.c_str(), nullptr, kParseOptions));
-  if (!doc || !ctxt->wellFormed) {
+  if (!doc || !shared->wellFormed) {
+    // A context that saw an error is not used again.
+    const ParserCtxt ctxt(shared.release());
     xmlErrorPtr err = xmlCtxtGetLastError(ctxt.get());
     if (err && err->message) {
       errors.text = HSTStringUtils::trim(err->message);
