@@ -54,26 +54,44 @@ bool statPath(const std::string& path, struct stat& st) {
 OpenedFile openRegular(const std::string& path) {
   OpenedFile file;
   if (path.empty()) return file;
-  file.fd.reset(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  // A path descriptor names the file without opening it: a FIFO or a device
+  // is looked at through it and refused, and its driver never sees an open.
+  const zr_owned::Fd named(::open(path.c_str(), O_PATH | O_CLOEXEC));
+  if (!named) {
+    file.error = errno;
+    file.state = errno == ENOENT || errno == ENOTDIR ? OpenState::kMissing : OpenState::kUnreachable;
+    return file;
+  }
+  if (::fstat(named.get(), &file.st) != 0) {
+    file.error = errno;
+    file.state = OpenState::kUnreachable;
+    return file;
+  }
+  if (!S_ISREG(file.st.st_mode)) {
+    file.state = S_ISDIR(file.st.st_mode) ? OpenState::kDirectory : OpenState::kNotRegular;
+    return file;
+  }
+  // The regular file is opened through its path descriptor, so that what was
+  // checked is what is read even if the name changes meanwhile.
+  const std::string self = "/proc/self/fd/" + std::to_string(named.get());
+  file.fd.reset(::open(self.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (!file.fd && errno == ENOENT) {
+    // Without /proc: open the name without blocking and make sure it is still
+    // the file that was checked.
+    file.fd.reset(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    struct stat now {};
+    if (file.fd &&
+        (::fstat(file.fd.get(), &now) != 0 || now.st_dev != file.st.st_dev || now.st_ino != file.st.st_ino)) {
+      file.fd.reset();
+      errno = ESTALE;
+    }
+    if (file.fd) ::fcntl(file.fd.get(), F_SETFL, 0);
+  }
   if (!file.fd) {
     file.error = errno;
-    if (::stat(path.c_str(), &file.st) != 0) {
-      file.error = errno;
-      file.state = errno == ENOENT || errno == ENOTDIR ? OpenState::kMissing : OpenState::kUnreachable;
-    } else if (S_ISDIR(file.st.st_mode)) {
-      file.state = OpenState::kDirectory;
-    } else {
-      file.state = S_ISREG(file.st.st_mode) ? OpenState::kFailed : OpenState::kNotRegular;
-    }
+    file.state = OpenState::kFailed;
     return file;
   }
-  if (::fstat(file.fd.get(), &file.st) != 0 || !S_ISREG(file.st.st_mode)) {
-    file.state = S_ISDIR(file.st.st_mode) ? OpenState::kDirectory : OpenState::kNotRegular;
-    file.fd.reset();
-    return file;
-  }
-  // Clears O_NONBLOCK, the one status flag the open set.
-  ::fcntl(file.fd.get(), F_SETFL, 0);
   file.state = OpenState::kOpen;
   return file;
 }

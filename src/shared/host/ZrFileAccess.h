@@ -31,12 +31,12 @@ struct OpenedFile {
   int error = 0;
 };
 
-// Opens the path for reading with one open and one fstat of the descriptor,
-// so that what is checked is what is read. The open does not block (a FIFO
-// without a writer would hold it); anything but a regular file is closed again
-// unread. A failed open is explained by a look at the path, so that a socket
-// or a device that refuses the open still counts as not regular. The file is
-// returned in blocking mode.
+// Opens the path for reading when it is a regular file. The path is first
+// opened as a name only (O_PATH) and looked at with fstat: a FIFO, socket or
+// device is refused without ever being opened, so neither a FIFO without a
+// writer nor a driver that acts on open sees the library. A regular file is
+// then opened through that same descriptor, so that what is checked is what
+// is read. The file is returned in blocking mode.
 OpenedFile openRegular(const std::string& path);
 
 // What the file queries of one thread learn while an object of this class is
