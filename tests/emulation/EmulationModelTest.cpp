@@ -1,19 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "platform/HTEQEmuFeatureRom.h"
 #include "platform/HTEQEmulation.h"
 #include "platform/HTEQEmulationFile.h"
-#include "platform/HTEQEmulations.h"
-
-TEST(HTEQEmulations, NamesTheEmulationFilesOfAnArchive) {
-  EXPECT_EQ((std::vector<std::string>{
-                HTEQEmulations::getEmuDirName(), HTEQEmulations::getEmulationXmlFilename(),
-                HTEQEmulations::getEmulationJsonFilename(), HTEQEmulations::getEmulationPropJsonFilename()}),
-            (std::vector<std::string>{"hw_emu", "hw_emu.xml", "hw_emu.json", "prop.json"}));
-}
 
 TEST(HTEQEmulationFile, CStringSettersTakeNullAsEmpty) {
   HTEQEmulationFile file("T", "N");
