@@ -42,20 +42,14 @@ class PlatformScan : public ::testing::Test {
  protected:
   PlatformScan() {
     repo_ = HUTFile::getCanonicalName(dir_.path());
-    RepoPlatform p1;
-    p1.name = "p1";
-    zdf1_ = writeRepoPlatform(repo_, p1);
-    RepoPlatform p2;
-    p2.name = "p2";
+    zdf1_ = writeRepoPlatform(repo_, namedPlatform("p1"));
+    RepoPlatform p2 = namedPlatform("p2");
     p2.designIntent = "embedded";
     p2.unified = true;
     writeRepoPlatform(repo_, p2);
-    RepoPlatform loose;
-    loose.name = "loose";
-    writeHardwareArchive(repo_ + "/loose.lfa", loose);
-    loose.name = "twin";
-    writeHardwareArchive(repo_ + "/twins/a/twin.cfa", loose);
-    writeHardwareArchive(repo_ + "/twins/b/twin.lfa", loose);
+    writeHardwareArchive(repo_ + "/loose.lfa", namedPlatform("loose"));
+    writeHardwareArchive(repo_ + "/twins/a/twin.cfa", namedPlatform("twin"));
+    writeHardwareArchive(repo_ + "/twins/b/twin.lfa", namedPlatform("twin"));
     mgr_.addPlatformsFromDirs({repo_});
   }
 
@@ -151,9 +145,7 @@ TEST(PlatformMgrErrors, EachBadPlatformBecomesAnErrorText) {
   };
   const auto withSw = [](const std::string& d) { writeFile(d + "/x/sw/x.spfm", spfmText()); };
   const auto withHw = [](const std::string& d) {
-    RepoPlatform p;
-    p.name = "x";
-    writeHardwareArchive(d + "/x/hw/x.lfa", p);
+    writeHardwareArchive(d + "/x/hw/x.lfa", namedPlatform("x"));
   };
   const struct {
     const char* what;
@@ -192,9 +184,7 @@ TEST(PlatformMgrErrors, EachBadPlatformBecomesAnErrorText) {
     TempDir dir;
     const std::string repo = HUTFile::getCanonicalName(dir.path());
     c.make(repo);
-    RepoPlatform good;
-    good.name = "good";
-    writeRepoPlatform(repo, good);
+    writeRepoPlatform(repo, namedPlatform("good"));
     ComMsgCapture messages;
     HTEQPlatformMgr mgr;
     mgr.addPlatformsFromDirs({repo});
@@ -233,10 +223,8 @@ TEST(PlatformMgrErrors, NonRegularDescriptorsAndFileRepositoriesEndNothing) {
 
 TEST(HardwarePlatformMgr, NewScanReplacesSameNameInOutAndReportsDuplicatesUnderFlag) {
   TempDir dir;
-  RepoPlatform p;
-  p.name = "hw";
-  writeHardwareArchive(dir.file("one/hw.lfa"), p);
-  writeHardwareArchive(dir.file("two/hw.lfa"), p);
+  writeHardwareArchive(dir.file("one/hw.lfa"), namedPlatform("hw"));
+  writeHardwareArchive(dir.file("two/hw.lfa"), namedPlatform("hw"));
   auto* old = new HPLPlatform();
   old->setVendor("acme");
   old->setBoardId("card");
@@ -278,9 +266,7 @@ TEST(PlatformMgrGlobal, BoardPathsReachTheInstalledStoreAndNoInitDoesNotScan) {
   HBOBoardCDataManager::setFactory(previous);
 
   TempDir app;
-  RepoPlatform p;
-  p.name = "app";
-  writeRepoPlatform(app.file("platforms"), p);
+  writeRepoPlatform(app.file("platforms"), namedPlatform("app"));
   HUTEnv env;
   env.setAppRoots({app.path()});
   ScopedInstance<HUTEnv> installed(&env);
