@@ -115,7 +115,7 @@ TEST_F(Cli, FailuresExitWithOneAndNameTheFileAndTheReason) {
   const std::string fifo = dir_.file("fifo.lfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   const std::string missing = dir_.file("nothing.zdf"), absent = dir_.file("absent.lfa");
-  const std::string bad = dir_.write("bad.zdf", "<teq:platform");
+  const std::string bad = dir_.write("bad.zdf", "<teq:platform"), spfm = dir_.write("a.spfm", spfmText());
   const std::string control = dir_.write("a\nb\x1b[31m.zdf", "<teq:platform");
   const std::string corrupt = dir_.write("corrupt.lfa", "PK\x03\x04 this is no archive");
   const std::string junk = dir_.write("junk.lfa", "junk");
@@ -144,6 +144,11 @@ TEST_F(Cli, FailuresExitWithOneAndNameTheFileAndTheReason) {
        ": cannot write '" + fifo + "': it is not a regular file\n", true},
       {"extract " + emu + " no/such/member " + dir_.file("x"), emu, ": no member 'no/such/member'\n", true},
       {"to-xml " + card + " " + fifo, card, "", true},
+      {"--metadata-limit 100 --ratio-limit 0 json " + spfm, spfm, "metadata size limit of 100 bytes", false},
+      {"labels " + bad, bad, "", true},
+      {"labels " + missing, missing, "", true},
+      {"rqa show " + bad, bad, "", true},
+      {"xp unpack " + bad + " " + dir_.file("x"), bad, "", true},
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(r.args);
@@ -230,10 +235,6 @@ TEST_F(Cli, EnvironmentOptionsAreAccepted) {
       dir_, "--app-root /opt/tools/selbrook --tmp-dir " + dir_.path() + " --tool-version 2027.2 json " + f);
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, entryPoint(hteq_get_platform_json, f));
-  // A document past the metadata size limit is refused with the limit's sentence.
-  const Outcome limited = run(dir_, "--metadata-limit 100 --ratio-limit 0 json " + f);
-  EXPECT_EQ(limited.status, 1);
-  EXPECT_NE(limited.err.find("metadata size limit of 100 bytes"), std::string::npos) << limited.err;
 }
 
 TEST_F(Cli, MembersAndExtractWorkOnArchives) {
@@ -344,7 +345,6 @@ TEST_F(Cli, CatalogValueAndPackedForm) {
   EXPECT_NE(readFile(plain), readFile(dir_.file("list.xp")));
   EXPECT_EQ(0, run(dir_, "xp unpack " + dir_.file("list.xp") + " " + dir_.file("back.json")).status);
   EXPECT_EQ(readFile(plain), readFile(dir_.file("back.json")));
-  EXPECT_EQ(1, run(dir_, "xp unpack " + plain + " " + dir_.file("x")).status);
 }
 
 // The options and the exception list reach the verdict; the verdicts
@@ -395,10 +395,9 @@ TEST_F(Cli, MetadataArchiveAddShowExtract) {
   EXPECT_EQ(got.out, dir_.file("out") + "/sub/p.xdc\n");
   EXPECT_EQ(readFile(dir_.file("out/sub/p.xdc")), "pins");
   EXPECT_EQ(run(dir_, "rqa extract " + rqa + " NONE " + dir_.file("out")).status, 1);
-  EXPECT_EQ(run(dir_, "rqa show " + src).status, 1);
 }
 
-TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
+TEST_F(Cli, LabelsPrintsEitherDocumentAndSkipsAnUnreadableRecord) {
   const std::string file =
       dir_.write("labels.json",
                  R"({"uuid": {"uuid_type": "logic", "uuid_design_component": "a", "uuid": "L"},
@@ -418,8 +417,6 @@ TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
   EXPECT_EQ(skipped.status, 0);
   EXPECT_NE(skipped.err.find("ERROR: "), std::string::npos) << skipped.err;
   EXPECT_NE(skipped.err.find("[@74-82@]"), std::string::npos) << skipped.err;
-  EXPECT_EQ(run(dir_, "labels " + dir_.write("bad.json", "{")).status, 1);
-  EXPECT_EQ(run(dir_, "labels " + dir_.file("missing.json")).status, 1);
 }
 
 TEST_F(Cli, EmuPropsAndEmuGenOverASampleArchive) {
