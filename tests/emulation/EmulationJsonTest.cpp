@@ -64,16 +64,13 @@ TEST(HTEQEmulationJsonReader, ReadsVersionEmulationsFilesAndInstallPaths) {
   }
 }
 
-TEST(HTEQEmulationJsonReader, MissingRequiredKeysRaiseBadPath) {
+TEST(HTEQEmulationJsonReader, ValidityAndRefusals) {
   for (const char* text : {R"({"pfm_metadata_version": "1"})", R"({"emulations": [ {"name": "x"} ]})",
                            R"({"emulations": [ {"files": [ {"name": "n"} ]} ]})",
                            R"({"emulations": [ {"files": [ {"type": "t"} ]} ]})"}) {
     HTEQEmulations model;
-    EXPECT_THROW(parseEmuJson(text, model), ptree_bad_path) << text;
+    EXPECT_THROW(parseEmuJson(text, model), ptree_bad_path) << text;  // a required key is missing
   }
-}
-
-TEST(HTEQEmulationJsonReader, ValidityAndRefusals) {
   zr_test::TempDir dir;
   HTEQEmulations model;
   EXPECT_TRUE(HTEQEmulationJsonReader(dir.write("a.json", R"({"emulations": []})"), &model).isJsonValid());

@@ -23,7 +23,10 @@ using namespace zr_test;
 
 namespace {
 
-std::string joined(const HTEQPlatformMgr::StringVector& texts) {
+// The parsing error texts of a manager, joined.
+std::string errorText(const HTEQPlatformMgr& mgr) {
+  HTEQPlatformMgr::StringVector texts;
+  mgr.getParsingErrorMsgs(texts);
   std::string all;
   for (const auto& t : texts) all += t;
   return all;
@@ -81,9 +84,7 @@ TEST_F(PlatformScan, RegistersDescriptorsAndLooseArchivesOnceWithOneArchivePerVb
   mgr_.getUnifiedPlatforms(unified);
   ASSERT_EQ(1u, unified.size());
   EXPECT_EQ("p2", unified[0]->getPlatformBaseName());
-  HTEQPlatformMgr::StringVector errors;
-  mgr_.getParsingErrorMsgs(errors);
-  EXPECT_TRUE(errors.empty()) << joined(errors);
+  EXPECT_EQ("", errorText(mgr_));
 }
 
 TEST_F(PlatformScan, NameFilterAndRemovalWorkOnDirectories) {
@@ -189,15 +190,12 @@ TEST(PlatformMgrErrors, EachBadPlatformBecomesAnErrorText) {
     HTEQPlatformMgr mgr;
     mgr.addPlatformsFromDirs({repo});
     EXPECT_EQ(std::vector<std::string>{"good"}, baseNames(mgr)) << c.what;
-    HTEQPlatformMgr::StringVector errors;
-    mgr.getParsingErrorMsgs(errors);
-    EXPECT_NE(std::string::npos, joined(errors).find(c.text)) << c.what << ": " << joined(errors);
+    EXPECT_NE(std::string::npos, errorText(mgr).find(c.text)) << c.what << ": " << errorText(mgr);
     if (!c.id.empty()) {
       EXPECT_TRUE(messages.has(c.id)) << c.what;
     }
     mgr.clearParsingErrorMsgs();
-    mgr.getParsingErrorMsgs(errors);
-    EXPECT_TRUE(errors.empty());
+    EXPECT_EQ("", errorText(mgr));
   }
 }
 
@@ -213,9 +211,7 @@ TEST(PlatformMgrErrors, NonRegularDescriptorsAndFileRepositoriesEndNothing) {
   HTEQPlatformMgr mgr;
   mgr.addPlatformsFromDirs({repo, file, repo + "/missing"});
   EXPECT_EQ(0u, mgr.getNumPlatforms());
-  HTEQPlatformMgr::StringVector errors;
-  mgr.getParsingErrorMsgs(errors);
-  EXPECT_TRUE(errors.empty()) << joined(errors);
+  EXPECT_EQ("", errorText(mgr));
   const ComMsg* walk = messages.find("@74-5@%s");
   ASSERT_NE(nullptr, walk);
   EXPECT_EQ(file, walk->args[0]);
