@@ -249,9 +249,9 @@ class FakeBoardStore : public HBOBoardCDataManager {
 };
 
 TEST(PlatformMgrGlobal, BoardPathsReachTheInstalledStoreAndNoInitDoesNotScan) {
-  const auto previous = HBOBoardCDataManager::setFactory(
-      []() -> std::unique_ptr<HBOBoardCDataManager> { return std::make_unique<FakeBoardStore>(); });
   {
+    ScopedBoardStoreFactory factory(
+        []() -> std::unique_ptr<HBOBoardCDataManager> { return std::make_unique<FakeBoardStore>(); });
     HTEQPlatformMgr mgr;
     mgr.setBoardRepoPaths({"/boards/a", "/boards/b"});
     HTEQPlatformMgr::StringVector paths;
@@ -259,7 +259,6 @@ TEST(PlatformMgrGlobal, BoardPathsReachTheInstalledStoreAndNoInitDoesNotScan) {
     EXPECT_EQ(paths, gBoardPaths);
     EXPECT_EQ(2u, gBoardPaths.size());
   }
-  HBOBoardCDataManager::setFactory(previous);
 
   TempDir app;
   writeRepoPlatform(app.file("platforms"), namedPlatform("app"));
