@@ -63,10 +63,31 @@ boost::property_tree::ptree parse(const std::string& text) {
   return t;
 }
 
+// One sample repository for the suite, which the commands only read: the
+// descriptors that gen-sample listed, in its order.
 class Cli : public ::testing::Test {
  protected:
+  static void SetUpTestSuite() {
+    sample_ = new TempDir;
+    const Outcome gen = run(*sample_, "gen-sample " + sample_->file("repo") + " --scale 0.1");
+    ASSERT_EQ(gen.status, 0) << gen.err;
+    std::istringstream list(gen.out);
+    for (std::string f; std::getline(list, f);) files_.push_back(f);
+  }
+  static void TearDownTestSuite() {
+    delete sample_;
+    sample_ = nullptr;
+    files_.clear();
+  }
+  static std::string repo() { return sample_->file("repo"); }
+
+  static TempDir* sample_;
+  static std::vector<std::string> files_;
   TempDir dir_;
 };
+
+TempDir* Cli::sample_ = nullptr;
+std::vector<std::string> Cli::files_;
 
 }  // namespace
 
@@ -86,86 +107,68 @@ TEST_F(Cli, UsageErrorsExitWithTwoAndOneLine) {
   EXPECT_NE(help.out.find("FILE"), std::string::npos);
 }
 
-TEST_F(Cli, LoadFailuresExitWithOneAndNameTheFile) {
-  const std::string missing = dir_.file("nothing.zdf");
-  Outcome r = run(dir_, "json " + missing);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err, "zr-platform: " + missing + ": no such file\n");
-
-  // What the library prints for the user goes to standard error, before the
-  // one error line.
-  const std::string bad = dir_.write("bad.zdf", "<teq:platform");
-  r = run(dir_, "json " + bad);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.out, "");
-  EXPECT_EQ(lastLine(r.err).rfind("zr-platform: " + bad + ": ", 0), 0u) << r.err;
-  EXPECT_NE(lastLine(r.err).find("[@74-9@]"), std::string::npos);
-
-  const std::string corrupt = dir_.write("corrupt.lfa", "PK\x03\x04 this is no archive");
-  r = run(dir_, "short " + corrupt);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(lines(r.err), 1);
-  EXPECT_EQ(r.err.rfind("zr-platform: " + corrupt + ": ", 0), 0u);
-  // A damaged archive is reported as one, not as the empty metadata it would give.
-  EXPECT_NE(r.err.find("not a readable zip archive"), std::string::npos) << r.err;
-
-  const std::string noHardware = dir_.write("p/p.zdf", zdfText(zdfHw("hw", "missing.lfa")));
-  r = run(dir_, "json " + noHardware);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_NE(r.err.find(dir_.file("p/hw/missing.lfa")), std::string::npos) << r.err;
-}
-
-TEST_F(Cli, ArchivesThatAreNoneAreReportedAsWhatTheyAre) {
+// Every failure to load, read or write exits with 1, prints nothing on
+// standard output and ends with one line naming the file and the reason, its
+// control characters escaped; a FIFO in the way is left as it is.
+TEST_F(Cli, FailuresExitWithOneAndNameTheFileAndTheReason) {
+  const std::string emu = repo() + "/acme_emu/hw/acme_emu.lfa", card = repo() + "/acme_card/acme_card.lfa";
   const std::string fifo = dir_.file("fifo.lfa");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  const std::string missing = dir_.file("nothing.zdf"), absent = dir_.file("absent.lfa");
+  const std::string bad = dir_.write("bad.zdf", "<teq:platform"), spfm = dir_.write("a.spfm", spfmText());
+  const std::string control = dir_.write("a\nb\x1b[31m.zdf", "<teq:platform");
+  const std::string corrupt = dir_.write("corrupt.lfa", "PK\x03\x04 this is no archive");
   const std::string junk = dir_.write("junk.lfa", "junk");
-  const std::string zdf = dir_.write("p/p.zdf", zdfText(zdfHw("hw", "junk.lfa")));
-  dir_.write("p/hw/junk.lfa", "junk");
+  const std::string noHw = dir_.write("p/p.zdf", zdfText(zdfHw("hw", "missing.lfa")));
+  const std::string junkHw = dir_.write("q/q.zdf", zdfText(zdfHw("hw", "junk.lfa")));
+  dir_.write("q/hw/junk.lfa", "junk");
   const struct {
     std::string args, file, reason;
-  } cases[] = {
-      {"json " + fifo, fifo, "not a regular file"},
-      {"members " + fifo, fifo, "not a regular file"},
-      {"extract " + fifo + " m " + dir_.file("x"), fifo, "not a regular file"},
-      {"json " + dir_.path(), dir_.path(), "not a regular file"},
-      {"short " + junk, junk, "not a readable zip archive"},
-      {"json " + zdf, zdf, "hardware platform '" + dir_.file("p/hw/junk.lfa") + "': "},
+    bool oneLine;  // false where the library's words for the user come first
+  } rows[] = {
+      {"json " + missing, missing, ": no such file\n", true},
+      {"members " + absent, absent, ": no such file\n", true},
+      {"json " + bad, bad, "[@74-9@]", false},
+      {"json '" + control + "'", dir_.path() + "/a\\nb\\x1b[31m.zdf", "", false},
+      // A damaged archive is reported as one, not as the empty metadata it would give.
+      {"short " + corrupt, corrupt, "not a readable zip archive", true},
+      {"short " + junk, junk, "not a readable zip archive", true},
+      {"members " + junk, junk, "", true},
+      {"json " + fifo, fifo, "not a regular file", true},
+      {"members " + fifo, fifo, "not a regular file", true},
+      {"extract " + fifo + " m " + dir_.file("x"), fifo, "not a regular file", true},
+      {"json " + dir_.path(), dir_.path(), "not a regular file", true},
+      {"json " + noHw, noHw, dir_.file("p/hw/missing.lfa"), true},
+      {"json " + junkHw, junkHw, "hardware platform '" + dir_.file("q/hw/junk.lfa") + "': ", true},
+      {"extract " + emu + " hw_emu/lfa.json " + fifo, emu,
+       ": cannot write '" + fifo + "': it is not a regular file\n", true},
+      {"extract " + emu + " no/such/member " + dir_.file("x"), emu, ": no member 'no/such/member'\n", true},
+      {"to-xml " + card + " " + fifo, card, "", true},
+      {"--metadata-limit 100 --ratio-limit 0 json " + spfm, spfm, "metadata size limit of 100 bytes", false},
+      {"labels " + bad, bad, "", true},
+      {"labels " + missing, missing, "", true},
+      {"rqa show " + bad, bad, "", true},
+      {"xp unpack " + bad + " " + dir_.file("x"), bad, "", true},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.args);
-    const Outcome r = run(dir_, c.args);
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.out, "");
-    EXPECT_EQ(lines(r.err), 1) << r.err;
-    EXPECT_EQ(r.err.rfind("zr-platform: " + c.file + ": ", 0), 0u) << r.err;
-    EXPECT_NE(r.err.find(c.reason), std::string::npos) << r.err;
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.args);
+    const Outcome o = run(dir_, r.args);
+    EXPECT_EQ(o.status, 1);
+    EXPECT_EQ(o.out, "");
+    if (r.oneLine) {
+      EXPECT_EQ(lines(o.err), 1) << o.err;
+    }
+    EXPECT_EQ(lastLine(o.err).rfind("zr-platform: " + r.file + ": ", 0), 0u) << o.err;
+    EXPECT_NE(o.err.find(r.reason), std::string::npos) << o.err;
+    EXPECT_EQ(o.err.find('\x1b'), std::string::npos) << o.err;
   }
-}
-
-TEST_F(Cli, NamesWithControlCharactersStayOnOneLineEscaped) {
-  const std::string name = "a\nb\x1b[31m.zdf";
-  const std::string bad = dir_.write(name, "<teq:platform");
-  Outcome r = run(dir_, "json '" + bad + "'");
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.out, "");
-  EXPECT_EQ(lastLine(r.err).rfind("zr-platform: " + dir_.path() + "/a\\nb\\x1b[31m.zdf: ", 0), 0u) << r.err;
-  // Not even the library's own words reach the terminal with a raw escape.
-  EXPECT_EQ(r.err.find('\x1b'), std::string::npos);
-
-  const std::string zip = dir_.file("names.zip");
-  HUTZip::writeMember(zip, "line\nbreak\r.txt", "x");
-  HUTZip::writeMember(zip, "plain.txt", "y");
-  r = run(dir_, "members " + zip);
-  EXPECT_EQ(r.status, 0) << r.err;
-  EXPECT_EQ(r.out, "line\\nbreak\\r.txt\nplain.txt\n");
+  struct stat st;
+  ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISFIFO(st.st_mode));
 }
 
 TEST_F(Cli, SampleRepositoryLoadsAndPrintsWhatTheEntryPointsGive) {
-  const Outcome gen = run(dir_, "gen-sample " + dir_.file("repo") + " --scale 0.2");
-  ASSERT_EQ(gen.status, 0) << gen.err;
-  std::vector<std::string> files;
-  std::istringstream list(gen.out);
-  for (std::string f; std::getline(list, f);) files.push_back(f);
+  const std::vector<std::string>& files = files_;
   ASSERT_EQ(files.size(), 5u);
   for (const auto& f : files) {
     SCOPED_TRACE(f);
@@ -232,19 +235,13 @@ TEST_F(Cli, EnvironmentOptionsAreAccepted) {
       dir_, "--app-root /opt/tools/selbrook --tmp-dir " + dir_.path() + " --tool-version 2027.2 json " + f);
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, entryPoint(hteq_get_platform_json, f));
-  // A document past the metadata size limit is refused with the limit's sentence.
-  const Outcome limited = run(dir_, "--metadata-limit 100 --ratio-limit 0 json " + f);
-  EXPECT_EQ(limited.status, 1);
-  EXPECT_NE(limited.err.find("metadata size limit of 100 bytes"), std::string::npos) << limited.err;
 }
 
 TEST_F(Cli, MembersAndExtractWorkOnArchives) {
-  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("repo") + " --count 4 --scale 0.1").status, 0);
-  const std::string lfa = dir_.file("repo/acme_emu/hw/acme_emu.lfa");
+  const std::string lfa = repo() + "/acme_emu/hw/acme_emu.lfa";
   const Outcome list = run(dir_, "members " + lfa);
   EXPECT_EQ(list.status, 0);
   EXPECT_EQ(list.out, "lfa.json\nhw_emu/lfa.json\n");
-
   Outcome r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + dir_.file("emu.json"));
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_NE(readFile(dir_.file("emu.json")).find("\"hardwareEmuPlatform\": \"true\""), std::string::npos);
@@ -252,84 +249,60 @@ TEST_F(Cli, MembersAndExtractWorkOnArchives) {
   EXPECT_EQ(r.status, 0);
   EXPECT_EQ(readFile(dir_.file("hw_emu/lfa.json")), readFile(dir_.file("emu.json")));
 
-  // A write that cannot be done is reported as such, and a FIFO in the way is
-  // left as it is.
-  const std::string fifo = dir_.file("fifo");
-  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  r = run(dir_, "extract " + lfa + " hw_emu/lfa.json " + fifo);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err, "zr-platform: " + lfa + ": cannot write '" + fifo + "': it is not a regular file\n");
-  struct stat st;
-  ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
-  EXPECT_TRUE(S_ISFIFO(st.st_mode));
-
-  r = run(dir_, "extract " + lfa + " no/such/member " + dir_.file("x"));
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err, "zr-platform: " + lfa + ": no member 'no/such/member'\n");
-  r = run(dir_, "members " + dir_.write("junk.lfa", "junk"));
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(lines(r.err), 1);
-  r = run(dir_, "members " + dir_.file("absent.lfa"));
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err, "zr-platform: " + dir_.file("absent.lfa") + ": no such file\n");
+  // Member names keep to one line each, their control characters escaped.
+  const std::string zip = dir_.file("names.zip");
+  HUTZip::writeMember(zip, "line\nbreak\r.txt", "x");
+  HUTZip::writeMember(zip, "plain.txt", "y");
+  r = run(dir_, "members " + zip);
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "line\\nbreak\\r.txt\nplain.txt\n");
 }
 
-TEST_F(Cli, FindAndPlatformsWalkARepository) {
-  const std::string repo = dir_.file("repo");
-  ASSERT_EQ(run(dir_, "gen-sample " + repo + " --scale 0.1").status, 0);
-  const Outcome found = run(dir_, "find acme_DC --no-defaults --dir " + repo);
-  EXPECT_EQ(found.status, 0) << found.err;
-  EXPECT_EQ(found.out, repo + "/acme_dc/acme_dc.zdf\n");
-  const Outcome missing = run(dir_, "find nothing --no-defaults --dir " + repo);
-  EXPECT_EQ(missing.status, 1);
-  EXPECT_EQ(missing.out, "");
-
-  // A roundabout directory still lists both kinds by their canonical names.
-  const Outcome all = run(dir_, "platforms " + repo + "/../repo");
-  EXPECT_EQ(all.status, 0) << all.err;
-  EXPECT_EQ(lines(all.out), 7) << all.out;
-  EXPECT_NE(all.out.find("descriptor\t" + repo + "/acme_dc/acme_dc.zdf\n"), std::string::npos) << all.out;
-  const Outcome loose = run(dir_, "platforms --hardware-only " + repo);
-  EXPECT_EQ(loose.status, 0);
-  EXPECT_EQ(loose.out.find("descriptor"), std::string::npos) << loose.out;
-  EXPECT_NE(loose.out.find("hardware\t" + repo + "/acme_card/acme_card.lfa\n"), std::string::npos)
-      << loose.out;
-  EXPECT_EQ(run(dir_, "platforms " + dir_.file("nothing")).status, 1);
-}
-
-TEST_F(Cli, LookupAndInfoOverARepository) {
-  const std::string repo = dir_.file("repo");
-  ASSERT_EQ(run(dir_, "gen-sample " + repo + " --scale 0.05").status, 0);
+// The query commands over the sample repository: exit status, lines on
+// standard output and one line that must be among them.
+TEST_F(Cli, QueriesOverTheSampleRepository) {
+  const std::string repo = Cli::repo();
   const std::string dc = repo + "/acme_dc/acme_dc.zdf";
+  const std::string card = repo + "/acme_card/acme_card.lfa";
   struct Row {
     std::string args;
     int status;
-    int lines;          // of standard output
-    std::string found;  // a line that must be there
+    int lines;
+    std::string found;
   } rows[] = {
+      {"find acme_DC --no-defaults --dir " + repo, 0, 1, dc + "\n"},
+      {"find nothing --no-defaults --dir " + repo, 1, 0, ""},
+      // A roundabout directory still lists both kinds by their canonical names.
+      {"platforms " + repo + "/../repo", 0, 7, "descriptor\t" + dc + "\n"},
+      {"platforms --hardware-only " + repo, 0, 3, "hardware\t" + card + "\n"},
+      {"platforms " + dir_.file("nothing"), 1, 0, ""},
       {"lookup " + repo, 0, 4, "acme:acme_dc:base:2.1\t" + dc + "\n"},
       {"lookup --vbnv :acme_dc " + repo, 0, 1, "acme:acme_dc:base:2.1\t" + dc + "\n"},
       {"lookup --vbnv acme:nope " + repo, 1, 0, ""},
       {"lookup --intent 4 " + repo, 2, 0, ""},  // intents need a part
       {"info acme_dc --repo " + repo, 0, 9, "file: " + dc + "\n"},
       {"info " + dc, 0, 9, "vbnv: acme:acme_dc:base:2.1\n"},
+      {"info " + dc, 0, 9, "\nruntimes: OpenCL, C/C++\n"},
+      {"info " + dc, 0, 9, "\nboot image: false\n"},
       {"info nothing --repo " + repo, 1, 0, ""},
+      {"check " + dc, 0, 2, "not supported\n"},
+      {"check --open " + dc, 0, 2, "not supported\n"},
+      {"check " + dir_.file("none.zdf"), 1, 0, ""},
+      {"check --pre-synth --open " + dc, 2, 0, ""},
   };
   for (const Row& r : rows) {
+    SCOPED_TRACE(r.args);
     const Outcome o = run(dir_, r.args);
-    EXPECT_EQ(o.status, r.status) << r.args << "\n" << o.err;
-    EXPECT_EQ(lines(o.out), r.lines) << r.args << "\n" << o.out;
-    EXPECT_NE(o.out.find(r.found), std::string::npos) << r.args << "\n" << o.out;
+    EXPECT_EQ(o.status, r.status) << o.err;
+    EXPECT_EQ(lines(o.out), r.lines) << o.out;
+    EXPECT_NE(o.out.find(r.found), std::string::npos) << o.out;
   }
-  const Outcome info = run(dir_, "info " + dc);
-  EXPECT_NE(info.out.find("\nruntimes: OpenCL, C/C++\n"), std::string::npos) << info.out;
-  EXPECT_NE(info.out.find("\nboot image: false\n"), std::string::npos) << info.out;
 }
 
-TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
-  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("repo") + " --scale 0.1").status, 0);
+TEST_F(Cli, WritersConvert) {
+  const std::string card = repo() + "/acme_card/acme_card.lfa";
   // A sample archive (JSON metadata) as CFA XML, loaded again as the XML member of an archive.
-  Outcome r = run(dir_, "to-xml " + dir_.file("repo/acme_card/acme_card.lfa") + " " + dir_.file("card.xml"));
+  Outcome r = run(dir_, "to-xml " + card + " " + dir_.file("card.xml"));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, dir_.file("card.xml") + "\n");
   HUTZip::writeMember(dir_.file("back.cfa"), "cfa.xml", readFile(dir_.file("card.xml")));
@@ -340,7 +313,7 @@ TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
     return hw.get<std::string>("vendor") + "|" + hw.get<std::string>("name") + "|" +
            hw.get<std::string>("board.name") + "|" + std::to_string(hw.get_child("memories").size());
   };
-  EXPECT_EQ(identity(r.out), identity(run(dir_, "json " + dir_.file("repo/acme_card/acme_card.lfa")).out));
+  EXPECT_EQ(identity(r.out), identity(run(dir_, "json " + card).out));
 
   const std::string emuXml = dir_.write(
       "emu.xml", R"(<Root VersionMajor="1" VersionMinor="0"><Emulations><Emulation Name="e"><Files>)"
@@ -356,20 +329,10 @@ TEST_F(Cli, WritersConvertPackAndRefuseAFifo) {
   EXPECT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(HUTZip::getFiles(dir_.file("conv.lfa")),
             (std::vector<std::string>{"lfa.json", "lfa.xml", "top.hdf"}));
-
-  const std::string fifo = dir_.file("fifo");
-  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  r = run(dir_, "to-xml " + dir_.file("repo/acme_card/acme_card.lfa") + " " + fifo);
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(lines(r.err), 1);
-  struct stat st;
-  ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
-  EXPECT_TRUE(S_ISFIFO(st.st_mode));
 }
 
-TEST_F(Cli, CatalogCheckValueAndPackedForm) {
-  ASSERT_EQ(0, run(dir_, "gen-sample " + dir_.file("repo") + " --scale 0.05").status);
-  const Outcome catalog = run(dir_, "catalog --short " + dir_.file("repo"));
+TEST_F(Cli, CatalogValueAndPackedForm) {
+  const Outcome catalog = run(dir_, "catalog --short " + repo());
   ASSERT_EQ(0, catalog.status) << catalog.err;
   const auto platforms = parse(catalog.out).get_child("platforms");
   ASSERT_FALSE(platforms.empty());
@@ -377,32 +340,16 @@ TEST_F(Cli, CatalogCheckValueAndPackedForm) {
   EXPECT_EQ(platforms.front().second.get<std::string>("baseName") + "\n",
             run(dir_, "value " + zdf + " baseName").out);
 
-  const struct {
-    std::string args;
-    int status;
-    std::string firstLine;
-  } cases[] = {
-      {"check " + zdf, 0, "not supported"},
-      {"check --open " + zdf, 0, "not supported"},
-      {"check " + dir_.file("none.zdf"), 1, ""},
-      {"check --pre-synth --open " + zdf, 2, ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.args);
-    const Outcome r = run(dir_, c.args);
-    EXPECT_EQ(c.status, r.status);
-    EXPECT_EQ(c.firstLine, r.out.substr(0, r.out.find('\n')));
-  }
-
   const std::string plain = dir_.write("list.json", "{\"black_list\":[]}");
   EXPECT_EQ(0, run(dir_, "xp pack " + plain + " " + dir_.file("list.xp")).status);
   EXPECT_NE(readFile(plain), readFile(dir_.file("list.xp")));
   EXPECT_EQ(0, run(dir_, "xp unpack " + dir_.file("list.xp") + " " + dir_.file("back.json")).status);
   EXPECT_EQ(readFile(plain), readFile(dir_.file("back.json")));
-  EXPECT_EQ(1, run(dir_, "xp unpack " + plain + " " + dir_.file("x")).status);
 }
 
-TEST_F(Cli, PolicySampleShowsEveryVerdict) {
+// The options and the exception list reach the verdict; the verdicts
+// themselves are the catalog service's.
+TEST_F(Cli, PolicySampleShowsTheVerdictsTheOptionsChange) {
   const std::string repo = dir_.file("repo");
   ASSERT_EQ(0, run(dir_, "--tool-version 2030.2 gen-sample --count 1 --scale 0.02 --policy " + repo).status);
   // The application root's name gives the product the sample list names.
@@ -418,16 +365,11 @@ TEST_F(Cli, PolicySampleShowsEveryVerdict) {
     const char* words;  // in the sentence
   } cases[] = {
       {"current", "", "supported", ""},
-      {"last_year", "", "supported", ""},
       {"old", "", "not supported", "remainder of the calendar year"},
-      {"newer", "", "not supported", "can not be newer"},
-      {"flat", "", "not supported", "not a unified platform"},
       {"presynth", "--pre-synth", "supported", ""},
       {"current", "--pre-synth", "not supported", "is not a PRE_SYNTH platform"},
-      {"extended", "", "supported", "extended warranty"},
       {"refused", "", "not supported", "known issues. Reason: "},
       {"legacy", "", "supported", "explicitly enabled for this release. Reason: "},
-      {"newer", "--open", "not supported", "the CFA version can not be newer"},
       {"old", "--open", "supported", ""},
   };
   for (const auto& c : cases) {
@@ -453,10 +395,9 @@ TEST_F(Cli, MetadataArchiveAddShowExtract) {
   EXPECT_EQ(got.out, dir_.file("out") + "/sub/p.xdc\n");
   EXPECT_EQ(readFile(dir_.file("out/sub/p.xdc")), "pins");
   EXPECT_EQ(run(dir_, "rqa extract " + rqa + " NONE " + dir_.file("out")).status, 1);
-  EXPECT_EQ(run(dir_, "rqa show " + src).status, 1);
 }
 
-TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
+TEST_F(Cli, LabelsPrintsEitherDocumentAndSkipsAnUnreadableRecord) {
   const std::string file =
       dir_.write("labels.json",
                  R"({"uuid": {"uuid_type": "logic", "uuid_design_component": "a", "uuid": "L"},
@@ -476,13 +417,10 @@ TEST_F(Cli, LabelsPrintsEitherDocumentAndFailsOnAnUnreadableFile) {
   EXPECT_EQ(skipped.status, 0);
   EXPECT_NE(skipped.err.find("ERROR: "), std::string::npos) << skipped.err;
   EXPECT_NE(skipped.err.find("[@74-82@]"), std::string::npos) << skipped.err;
-  EXPECT_EQ(run(dir_, "labels " + dir_.write("bad.json", "{")).status, 1);
-  EXPECT_EQ(run(dir_, "labels " + dir_.file("missing.json")).status, 1);
 }
 
 TEST_F(Cli, EmuPropsAndEmuGenOverASampleArchive) {
-  ASSERT_EQ(run(dir_, "gen-sample " + dir_.file("s")).status, 0);
-  const std::string cfa = dir_.file("s/acme_emb/hw/acme_emb.cfa"), before = readFile(cfa);
+  const std::string cfa = repo() + "/acme_emb/hw/acme_emb.cfa", before = readFile(cfa);
   ScopedEnvVar unset("TORVANE_MORWEN", nullptr);
   Outcome r = run(dir_, "emu-props " + cfa + " acme_emb --dr");
   ASSERT_EQ(r.status, 0) << r.err;

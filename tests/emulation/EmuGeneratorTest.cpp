@@ -1,28 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <fstream>
 #include <sstream>
 
-#include "emulation/EmuInstallSupport.h"
-#include "formats/CfaXmlReaderTestSupport.h"
-#include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
-#include "host/HUTFile.h"
-#include "host/HUTZip.h"
 #include "host/JunTclTasks.h"
 #include "platform/HPLPlatform.h"
-#include "platform/HTEQEmulation.h"
-#include "platform/HTEQEmulationFile.h"
 #include "platform/HTEQEmulationUtils.h"
-#include "platform/HTEQEmulationXMLReader.h"
-#include "platform/HTEQEmulations.h"
 #include "platform/HTEQHardwareAddressSegment.h"
 #include "platform/HTEQHardwareBusInterface.h"
 #include "platform/HTEQHardwareFeatureRom.h"
+#include "support/TestSupport.h"
 
-using emu_test::ScopedCwd;
-using zr_test::readFile;
 using zr_test::ScopedEnvVar;
 using zr_test::TempDir;
 using Utils = HTEQEmulationUtils;

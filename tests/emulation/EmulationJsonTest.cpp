@@ -1,17 +1,20 @@
 #include <gtest/gtest.h>
 
 #include <boost/property_tree/exceptions.hpp>
+#include <boost/property_tree/json_parser/error.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <string>
 #include <vector>
 
 #include "emulation/EmuTestSupport.h"
 #include "host/HEXAll.h"
+#include "host/HUTFile.h"
 #include "platform/HTEQEmuFeatureRom.h"
 #include "platform/HTEQEmulation.h"
 #include "platform/HTEQEmulationExtMetaJsonReader.h"
 #include "platform/HTEQEmulationFile.h"
 #include "platform/HTEQEmulationJsonReader.h"
+#include "platform/HTEQEmulationJsonWriter.h"
 #include "platform/HTEQEmulations.h"
 #include "platform/HTEQJSONUtils.h"
 #include "support/TestSupport.h"
@@ -32,6 +35,13 @@ HTEQEmuFeatureRom* parseExtMeta(const std::string& text, HTEQEmulations& model) 
   zr_test::TempDir dir;
   HTEQEmulationExtMetaJsonReader(dir.write("ext.json", text), &model).parseJson();
   return model.getFeatureRoms().empty() ? nullptr : model.getFeatureRoms().back();
+}
+
+std::string written(HTEQEmulations& model) {
+  zr_test::TempDir dir;
+  const std::string file = dir.file("hw_emu.json");
+  HTEQEmulationJsonWriter(&model, file).writeJson();
+  return zr_test::readFile(file);
 }
 
 Names romFields(const HTEQEmuFeatureRom& rom) {
@@ -64,16 +74,13 @@ TEST(HTEQEmulationJsonReader, ReadsVersionEmulationsFilesAndInstallPaths) {
   }
 }
 
-TEST(HTEQEmulationJsonReader, MissingRequiredKeysRaiseBadPath) {
+TEST(HTEQEmulationJsonReader, ValidityAndRefusals) {
   for (const char* text : {R"({"pfm_metadata_version": "1"})", R"({"emulations": [ {"name": "x"} ]})",
                            R"({"emulations": [ {"files": [ {"name": "n"} ]} ]})",
                            R"({"emulations": [ {"files": [ {"type": "t"} ]} ]})"}) {
     HTEQEmulations model;
-    EXPECT_THROW(parseEmuJson(text, model), ptree_bad_path) << text;
+    EXPECT_THROW(parseEmuJson(text, model), ptree_bad_path) << text;  // a required key is missing
   }
-}
-
-TEST(HTEQEmulationJsonReader, ValidityAndRefusals) {
   zr_test::TempDir dir;
   HTEQEmulations model;
   EXPECT_TRUE(HTEQEmulationJsonReader(dir.write("a.json", R"({"emulations": []})"), &model).isJsonValid());
@@ -126,4 +133,80 @@ TEST(HTEQEmulationExtMetaJsonReader, ValidityAndFailures) {
   EXPECT_THROW(parseExtMeta(R"({"featureRoms": [ {"vbnvName": "x"} ]})", missingBitmap), ptree_bad_path);
   EXPECT_THROW(HTEQEmulationExtMetaJsonReader(dir.file("absent.json"), &model), HEXFileNotFoundException);
   EXPECT_THROW(HTEQEmulationExtMetaJsonReader(&model).parseJson(), HEXAlgException);
+}
+
+TEST(HTEQEmulationJsonWriter, WritesTheTextTheReaderReads) {
+  HTEQEmulations empty;
+  HTEQEmulations bare;
+  bare.createEmulation("e");
+  HTEQEmulations full;
+  full.setPfmMetadataVersion("2.1");
+  HTEQEmulation* e = full.createEmulation("hw/emu");
+  e->createFile("EMU_HPFM", "a.hpfm")->setInstPath("/opt");
+  e->createFile("TOP_BD", "b.bd");
+  const std::pair<HTEQEmulations*, std::string> rows[] = {
+      // An empty version keeps its key; empty lists are the empty string.
+      {&empty, "{\n    \"pfm_metadata_version\": \"\",\n    \"emulations\": \"\"\n}\n"},
+      {&bare,
+       "{\n    \"pfm_metadata_version\": \"\",\n    \"emulations\": [\n        {\n"
+       "            \"name\": \"e\",\n            \"files\": \"\"\n        }\n    ]\n}\n"},
+      // Keys in reader order, "inst_path" only where set, "/" escaped.
+      {&full,
+       "{\n    \"pfm_metadata_version\": \"2.1\",\n    \"emulations\": [\n        {\n"
+       "            \"name\": \"hw\\/emu\",\n            \"files\": [\n                {\n"
+       "                    \"type\": \"EMU_HPFM\",\n                    \"name\": \"a.hpfm\",\n"
+       "                    \"inst_path\": \"\\/opt\"\n                },\n                {\n"
+       "                    \"type\": \"TOP_BD\",\n                    \"name\": \"b.bd\"\n"
+       "                }\n            ]\n        }\n    ]\n}\n"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(written(*row.first), row.second);
+}
+
+TEST(HTEQEmulationJsonWriter, UnwritableTargetRaisesAndLeavesNoFile) {
+  zr_test::TempDir dir;
+  HTEQEmulations model;
+  model.createEmulation("e");
+  const std::string existing = dir.write("keep.json", "old");
+  zr_test::writeFile(dir.file("sub/x"), "");
+  const std::string targets[] = {dir.file("missing/hw_emu.json"), dir.file("sub"), ""};
+  for (const std::string& target : targets) {
+    EXPECT_THROW(HTEQEmulationJsonWriter(&model, target).writeJson(),
+                 boost::property_tree::json_parser::json_parser_error)
+        << target;
+  }
+  EXPECT_EQ(zr_test::readFile(existing), "old");
+  // No temporary is left behind.
+  EXPECT_EQ(HUTFile::listFilesRecursive(dir.path()).size(), 2u);
+}
+
+TEST(HTEQEmulationFile, CStringSettersTakeNullAsEmpty) {
+  HTEQEmulationFile file("T", "N");
+  file.setInstPath("/inst");
+  file.setType(static_cast<const char*>(nullptr));
+  file.setName(static_cast<const char*>(nullptr));
+  file.setInstPath(static_cast<const char*>(nullptr));
+  EXPECT_EQ(file.getType() + file.getName() + file.getInstPath(), "");
+}
+
+TEST(HTEQEmuFeatureRom, FeatureBitMapCountsOnlyEnabledSchedulerAndPeerToPeer) {
+  const struct {
+    const char* scheduler;
+    const char* peerToPeer;
+    std::uint32_t word;
+  } cases[] = {{"", "", 0x1},
+               {"enabled", "", 0x9},
+               {"", "enabled", 0x10001},
+               {"enabled", "enabled", 0x10009},
+               {"Enabled", "ENABLED", 0x1},
+               {"disabled", "true", 0x1},
+               {"enabled ", " enabled", 0x1}};
+  for (const auto& c : cases) {
+    HTEQEmuFeatureRom rom;
+    rom.setBitMapBoardSchedular(c.scheduler);
+    rom.setBitMapPeerToPeer(c.peerToPeer);
+    // The unified platform switch and the value text play no part.
+    rom.setBitMapUnifiedPlatform("enabled");
+    rom.setBitMapValue("0xffffffff");
+    EXPECT_EQ(rom.getFeatureBitMap(), c.word) << c.scheduler << "/" << c.peerToPeer;
+  }
 }

@@ -74,13 +74,6 @@ jstring JNICALL newString(JNIEnv*, const jchar* units, jsize length) {
   jvm->strings.emplace_back(units, units + length);
   return reinterpret_cast<jstring>(&jvm->strings.back());
 }
-jsize JNICALL getStringLength(JNIEnv*, jstring s) {
-  return static_cast<jsize>(reinterpret_cast<std::u16string*>(s)->size());
-}
-const jchar* JNICALL getStringChars(JNIEnv*, jstring s, jboolean*) {
-  return reinterpret_cast<const jchar*>(reinterpret_cast<std::u16string*>(s)->data());
-}
-void JNICALL releaseStringChars(JNIEnv*, jstring, const jchar*) {}
 
 class ZrJniTest : public ::testing::Test {
  protected:
@@ -94,9 +87,6 @@ class ZrJniTest : public ::testing::Test {
     table_.NewObjectV = newObjectV;
     table_.Throw = throwObject;
     table_.NewString = newString;
-    table_.GetStringLength = getStringLength;
-    table_.GetStringChars = getStringChars;
-    table_.ReleaseStringChars = releaseStringChars;
     env_.functions = &table_;
   }
   ~ZrJniTest() override { jvm = nullptr; }
@@ -141,23 +131,6 @@ TEST_F(ZrJniTest, MapsEachKindOfExceptionInOrderAndFallsBackWithoutTheIdeClasses
     EXPECT_TRUE(state_.pending) << row.what;
     EXPECT_EQ(state_.thrownClass, row.cls) << row.what;
     EXPECT_TRUE(state_.thrownText == row.text) << row.what;
-  }
-}
-
-TEST_F(ZrJniTest, JavaUnitsAreWidenedOneByOneSoSurrogatesBecomeReplacementCharacters) {
-  const std::pair<std::u16string, std::string> rows[] = {
-      {u"plain", "plain"},
-      {u"\u00E9\u5E73", "\xC3\xA9\xE5\xB9\xB3"},
-      {u"a\U0001F600b",
-       "a\xEF\xBF\xBD\xEF\xBF\xBD"
-       "b"},
-      {u"", ""},
-  };
-  for (const auto& row : rows) {
-    state_.strings.push_back(row.first);
-    std::string out = "stale";
-    ASSERT_TRUE(zr_jni::fromJava(&env_, reinterpret_cast<jstring>(&state_.strings.back()), out));
-    EXPECT_EQ(out, row.second);
   }
 }
 

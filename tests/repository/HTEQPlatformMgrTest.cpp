@@ -23,7 +23,10 @@ using namespace zr_test;
 
 namespace {
 
-std::string joined(const HTEQPlatformMgr::StringVector& texts) {
+// The parsing error texts of a manager, joined.
+std::string errorText(const HTEQPlatformMgr& mgr) {
+  HTEQPlatformMgr::StringVector texts;
+  mgr.getParsingErrorMsgs(texts);
   std::string all;
   for (const auto& t : texts) all += t;
   return all;
@@ -42,20 +45,14 @@ class PlatformScan : public ::testing::Test {
  protected:
   PlatformScan() {
     repo_ = HUTFile::getCanonicalName(dir_.path());
-    RepoPlatform p1;
-    p1.name = "p1";
-    zdf1_ = writeRepoPlatform(repo_, p1);
-    RepoPlatform p2;
-    p2.name = "p2";
+    zdf1_ = writeRepoPlatform(repo_, namedPlatform("p1"));
+    RepoPlatform p2 = namedPlatform("p2");
     p2.designIntent = "embedded";
     p2.unified = true;
     writeRepoPlatform(repo_, p2);
-    RepoPlatform loose;
-    loose.name = "loose";
-    writeHardwareArchive(repo_ + "/loose.lfa", loose);
-    loose.name = "twin";
-    writeHardwareArchive(repo_ + "/twins/a/twin.cfa", loose);
-    writeHardwareArchive(repo_ + "/twins/b/twin.lfa", loose);
+    writeHardwareArchive(repo_ + "/loose.lfa", namedPlatform("loose"));
+    writeHardwareArchive(repo_ + "/twins/a/twin.cfa", namedPlatform("twin"));
+    writeHardwareArchive(repo_ + "/twins/b/twin.lfa", namedPlatform("twin"));
     mgr_.addPlatformsFromDirs({repo_});
   }
 
@@ -87,9 +84,7 @@ TEST_F(PlatformScan, RegistersDescriptorsAndLooseArchivesOnceWithOneArchivePerVb
   mgr_.getUnifiedPlatforms(unified);
   ASSERT_EQ(1u, unified.size());
   EXPECT_EQ("p2", unified[0]->getPlatformBaseName());
-  HTEQPlatformMgr::StringVector errors;
-  mgr_.getParsingErrorMsgs(errors);
-  EXPECT_TRUE(errors.empty()) << joined(errors);
+  EXPECT_EQ("", errorText(mgr_));
 }
 
 TEST_F(PlatformScan, NameFilterAndRemovalWorkOnDirectories) {
@@ -151,9 +146,7 @@ TEST(PlatformMgrErrors, EachBadPlatformBecomesAnErrorText) {
   };
   const auto withSw = [](const std::string& d) { writeFile(d + "/x/sw/x.spfm", spfmText()); };
   const auto withHw = [](const std::string& d) {
-    RepoPlatform p;
-    p.name = "x";
-    writeHardwareArchive(d + "/x/hw/x.lfa", p);
+    writeHardwareArchive(d + "/x/hw/x.lfa", namedPlatform("x"));
   };
   const struct {
     const char* what;
@@ -192,22 +185,17 @@ TEST(PlatformMgrErrors, EachBadPlatformBecomesAnErrorText) {
     TempDir dir;
     const std::string repo = HUTFile::getCanonicalName(dir.path());
     c.make(repo);
-    RepoPlatform good;
-    good.name = "good";
-    writeRepoPlatform(repo, good);
+    writeRepoPlatform(repo, namedPlatform("good"));
     ComMsgCapture messages;
     HTEQPlatformMgr mgr;
     mgr.addPlatformsFromDirs({repo});
     EXPECT_EQ(std::vector<std::string>{"good"}, baseNames(mgr)) << c.what;
-    HTEQPlatformMgr::StringVector errors;
-    mgr.getParsingErrorMsgs(errors);
-    EXPECT_NE(std::string::npos, joined(errors).find(c.text)) << c.what << ": " << joined(errors);
+    EXPECT_NE(std::string::npos, errorText(mgr).find(c.text)) << c.what << ": " << errorText(mgr);
     if (!c.id.empty()) {
       EXPECT_TRUE(messages.has(c.id)) << c.what;
     }
     mgr.clearParsingErrorMsgs();
-    mgr.getParsingErrorMsgs(errors);
-    EXPECT_TRUE(errors.empty());
+    EXPECT_EQ("", errorText(mgr));
   }
 }
 
@@ -223,9 +211,7 @@ TEST(PlatformMgrErrors, NonRegularDescriptorsAndFileRepositoriesEndNothing) {
   HTEQPlatformMgr mgr;
   mgr.addPlatformsFromDirs({repo, file, repo + "/missing"});
   EXPECT_EQ(0u, mgr.getNumPlatforms());
-  HTEQPlatformMgr::StringVector errors;
-  mgr.getParsingErrorMsgs(errors);
-  EXPECT_TRUE(errors.empty()) << joined(errors);
+  EXPECT_EQ("", errorText(mgr));
   const ComMsg* walk = messages.find("@74-5@%s");
   ASSERT_NE(nullptr, walk);
   EXPECT_EQ(file, walk->args[0]);
@@ -233,10 +219,8 @@ TEST(PlatformMgrErrors, NonRegularDescriptorsAndFileRepositoriesEndNothing) {
 
 TEST(HardwarePlatformMgr, NewScanReplacesSameNameInOutAndReportsDuplicatesUnderFlag) {
   TempDir dir;
-  RepoPlatform p;
-  p.name = "hw";
-  writeHardwareArchive(dir.file("one/hw.lfa"), p);
-  writeHardwareArchive(dir.file("two/hw.lfa"), p);
+  writeHardwareArchive(dir.file("one/hw.lfa"), namedPlatform("hw"));
+  writeHardwareArchive(dir.file("two/hw.lfa"), namedPlatform("hw"));
   auto* old = new HPLPlatform();
   old->setVendor("acme");
   old->setBoardId("card");
@@ -265,9 +249,9 @@ class FakeBoardStore : public HBOBoardCDataManager {
 };
 
 TEST(PlatformMgrGlobal, BoardPathsReachTheInstalledStoreAndNoInitDoesNotScan) {
-  const auto previous = HBOBoardCDataManager::setFactory(
-      []() -> std::unique_ptr<HBOBoardCDataManager> { return std::make_unique<FakeBoardStore>(); });
   {
+    ScopedBoardStoreFactory factory(
+        []() -> std::unique_ptr<HBOBoardCDataManager> { return std::make_unique<FakeBoardStore>(); });
     HTEQPlatformMgr mgr;
     mgr.setBoardRepoPaths({"/boards/a", "/boards/b"});
     HTEQPlatformMgr::StringVector paths;
@@ -275,12 +259,9 @@ TEST(PlatformMgrGlobal, BoardPathsReachTheInstalledStoreAndNoInitDoesNotScan) {
     EXPECT_EQ(paths, gBoardPaths);
     EXPECT_EQ(2u, gBoardPaths.size());
   }
-  HBOBoardCDataManager::setFactory(previous);
 
   TempDir app;
-  RepoPlatform p;
-  p.name = "app";
-  writeRepoPlatform(app.file("platforms"), p);
+  writeRepoPlatform(app.file("platforms"), namedPlatform("app"));
   HUTEnv env;
   env.setAppRoots({app.path()});
   ScopedInstance<HUTEnv> installed(&env);

@@ -48,8 +48,8 @@ TEST_F(PlatformHelper, NamedConstructorFindsExactlyOneDescriptorOrStaysInvalid) 
   }
 }
 
-// Every operation on an invalid helper, each giving "" when its answer is the
-// safe one (false, 0, "", null, a list left as it was).
+// Every operation on an invalid helper, grouped; each group gives "" when
+// every answer in it is the safe one (false, 0, "", null, a list left as it was).
 TEST_F(PlatformHelper, InvalidHelperAnswersSafely) {
   using Op = std::function<std::string(H&)>;
   auto b = [](bool v) { return v ? std::string("true") : std::string(); };
@@ -65,84 +65,71 @@ TEST_F(PlatformHelper, InvalidHelperAnswersSafely) {
     return a.size() + c.size() == 2 ? std::string() : std::string("changed");
   };
   const std::vector<std::pair<const char*, Op>> ops = {
-      {"getVendor", [](H& h) { return h.getVendor(); }},
-      {"getLibrary", [](H& h) { return h.getLibrary(); }},
-      {"getName", [](H& h) { return h.getName(); }},
-      {"getVersion", [](H& h) { return h.getVersion(); }},
-      {"getDescription", [](H& h) { return h.getDescription(); }},
-      {"getUniqueName", [](H& h) { return h.getUniqueName(); }},
-      {"getPlatformBaseName", [](H& h) { return h.getPlatformBaseName(); }},
-      {"getPlatformFile", [](H& h) { return h.getPlatformFile(); }},
-      {"getPlatformDir", [](H& h) { return h.getPlatformDir(); }},
-      {"getDeviceName", [](H& h) { return h.getDeviceName(); }},
-      {"getSoftwarePlatformFile", [](H& h) { return h.getSoftwarePlatformFile(); }},
-      {"getTargetCategories", [&](H& h) { return list([&](Names& o) { h.getTargetCategories(o); }); }},
-      {"isUnifiedPlatform", [&](H& h) { return b(h.isUnifiedPlatform() || h.isUnified()); }},
-      {"isExpandablePlatform", [&](H& h) { return b(h.isExpandablePlatform()); }},
-      {"isFixedPlatform", [&](H& h) { return b(h.isFixedPlatform()); }},
-      {"isPartialPlatform", [&](H& h) { return b(h.isPartialPlatform()); }},
-      {"hasSimContent", [&](H& h) { return b(h.hasSimContent()); }},
-      {"relevance", [&](H& h) { return b(h.isProcessorGroupRelevant() || h.isLinuxRootFSPathRelevant()); }},
-      {"hasBootImg", [&](H& h) { return b(h.hasBootImg()); }},
-      {"getDefaultSystemConfig", [&](H& h) { return b(h.getDefaultSystemConfig() != nullptr); }},
-      {"getSystemConfigByName", [&](H& h) { return b(h.getSystemConfigByName("linux_cfg") != nullptr); }},
-      {"getSysConfigNames",
+      {"names",
+       [](H& h) {
+         return h.getVendor() + h.getLibrary() + h.getName() + h.getVersion() + h.getDescription() +
+                h.getUniqueName() + h.getPlatformBaseName() + h.getPlatformFile() + h.getPlatformDir() +
+                h.getDeviceName() + h.getSoftwarePlatformFile();
+       }},
+      {"kinds",
+       [&](H& h) {
+         return b(h.isUnifiedPlatform() || h.isUnified() || h.isExpandablePlatform() || h.isFixedPlatform() ||
+                  h.isPartialPlatform() || h.hasSimContent() || h.isProcessorGroupRelevant() ||
+                  h.isLinuxRootFSPathRelevant() || h.hasBootImg() || h.hasDimmConnectors());
+       }},
+      {"software",
        [&](H& h) {
          Names o;
-         return n(h.getSysConfigNames(o)) + (o.empty() ? "" : "changed");
+         return b(h.getDefaultSystemConfig() != nullptr || h.getSystemConfigByName("linux_cfg") != nullptr ||
+                  h.isSystemConfigSupported("linux_cfg") || h.isRuntimeSupported("ocl") ||
+                  h.isQemuSupported("linux_cfg") || h.supportsMultipleRuntimes()) +
+                n(h.getSysConfigNames(o)) + (o.empty() ? "" : "changed") + n(h.getNumRuntimes("")) +
+                h.getIncludePaths("linux_cfg", "apu", "linux") +
+                h.getLibraryPaths("linux_cfg", "apu", "linux");
        }},
-      {"isSystemConfigSupported", [&](H& h) { return b(h.isSystemConfigSupported("linux_cfg")); }},
-      {"isRuntimeSupported", [&](H& h) { return b(h.isRuntimeSupported("ocl")); }},
-      {"isQemuSupported", [&](H& h) { return b(h.isQemuSupported("linux_cfg")); }},
-      {"getIncludePaths", [](H& h) { return h.getIncludePaths("linux_cfg", "apu", "linux"); }},
-      {"getLibraryPaths", [](H& h) { return h.getLibraryPaths("linux_cfg", "apu", "linux"); }},
-      {"getRuntimes", [&](H& h) { return list([&](Names& o) { h.getRuntimes("", o); }); }},
-      {"getRuntimesByPrettyName",
-       [&](H& h) { return list([&](Names& o) { h.getRuntimesByPrettyName("", o); }); }},
-      {"getNumRuntimes", [&](H& h) { return n(h.getNumRuntimes("")); }},
-      {"supportsMultipleRuntimes", [&](H& h) { return b(h.supportsMultipleRuntimes()); }},
-      {"getFpgaPart", [](H& h) { return h.getFpgaPart() + h.getFpgaPartAsFields() + h.getFpgaDevice(); }},
+      {"lists",
+       [&](H& h) {
+         return list([&](Names& o) { h.getTargetCategories(o); }) +
+                list([&](Names& o) { h.getRuntimes("", o); }) +
+                list([&](Names& o) { h.getRuntimesByPrettyName("", o); }) +
+                list([&](Names& o) { h.getUniqueMemoryTypeStrings(o); }) +
+                list([&](Names& o) { h.getValidSLRNames(o); }) +
+                list([&](Names& o) { h.getCpuClockNames(o); }) +
+                list([&](Names& o) { h.getSystemClockNames(o); }) +
+                list([&](Names& o) { h.getBoardImgZipEntries(o); }) +
+                list([&](Names& o) { h.getDimmConnectors(o); }) +
+                list([&](Names& o) { h.getLockedDimmConnectors(o); }) +
+                list([&](Names& o) { h.getCompatibleConnectors("dimm0", o); });
+       }},
+      {"pairs",
+       [&](H& h) {
+         return two([&](Names& a, Names& c) { h.getAllResources(a, c); }) +
+                two([&](Names& a, Names& c) { h.getAllClockFrequencies(a, c); }) +
+                two([&](Names& a, Names& c) { h.getConnectedDimmConnectors(a, c); });
+       }},
+      {"part", [](H& h) { return h.getFpgaPart() + h.getFpgaPartAsFields() + h.getFpgaDevice(); }},
       {"resources",
        [&](H& h) {
          return n(h.getBRAMCount() + h.getDSPCount() + h.getFFCount() + h.getLUTCount() + h.getNumDDRs() +
                   h.getNumComputeUnits());
        }},
-      {"getAllResources", [&](H& h) { return two([&](Names& a, Names& c) { h.getAllResources(a, c); }); }},
-      {"getMemType", [](H& h) { return h.getMemType() + h.getMemSize(); }},
-      {"memoryCounts",
+      {"memories",
        [&](H& h) {
-         return n(h.isMemoryResourceIndexed() + h.getUniqueMemoryTypeCount() + h.getMemoryTypeCount("DDR") +
+         return h.getMemType() + h.getMemSize() + h.getMemorySize("DDR", 0) + h.getMemorySLR("DDR", 0) +
+                n(h.isMemoryResourceIndexed() + h.getUniqueMemoryTypeCount() + h.getMemoryTypeCount("DDR") +
                   h.getMemoryIndex("DDR", 0));
        }},
-      {"getUniqueMemoryTypeStrings",
-       [&](H& h) { return list([&](Names& o) { h.getUniqueMemoryTypeStrings(o); }); }},
-      {"getMemorySize", [](H& h) { return h.getMemorySize("DDR", 0) + h.getMemorySLR("DDR", 0); }},
-      {"getValidSLRNames", [&](H& h) { return list([&](Names& o) { h.getValidSLRNames(o); }); }},
       {"clocks",
        [](H& h) {
          return h.getDefaultClockFrequency() + h.getDefaultClockId() + h.getClockFrequency("c") +
                 h.getClockId("c") + h.getPlatformFrequency(0);
        }},
-      {"getAllClockFrequencies",
-       [&](H& h) { return two([&](Names& a, Names& c) { h.getAllClockFrequencies(a, c); }); }},
-      {"getCpuClockNames", [&](H& h) { return list([&](Names& o) { h.getCpuClockNames(o); }); }},
-      {"getSystemClockNames", [&](H& h) { return list([&](Names& o) { h.getSystemClockNames(o); }); }},
-      {"host", [](H& h) { return h.getHostArch() + h.getInterfaceDesc(); }},
-      {"board",
+      {"host and board",
        [](H& h) {
-         return h.getBoardId() + h.getPlatformBoardRepo() + h.getBoardConnectionsString() +
-                h.getLockedBoardConnectionsString() + h.getUnlockedBoardConnectionsString();
+         return h.getHostArch() + h.getInterfaceDesc() + h.getBoardId() + h.getPlatformBoardRepo() +
+                h.getBoardConnectionsString() + h.getLockedBoardConnectionsString() +
+                h.getUnlockedBoardConnectionsString() + h.getConnectorDisplayName("dimm0");
        }},
-      {"getBoardImgZipEntries", [&](H& h) { return list([&](Names& o) { h.getBoardImgZipEntries(o); }); }},
-      {"hasDimmConnectors", [&](H& h) { return b(h.hasDimmConnectors()); }},
-      {"getDimmConnectors", [&](H& h) { return list([&](Names& o) { h.getDimmConnectors(o); }); }},
-      {"getConnectedDimmConnectors",
-       [&](H& h) { return two([&](Names& a, Names& c) { h.getConnectedDimmConnectors(a, c); }); }},
-      {"getLockedDimmConnectors",
-       [&](H& h) { return list([&](Names& o) { h.getLockedDimmConnectors(o); }); }},
-      {"getConnectorDisplayName", [](H& h) { return h.getConnectorDisplayName("dimm0"); }},
-      {"getCompatibleConnectors",
-       [&](H& h) { return list([&](Names& o) { h.getCompatibleConnectors("dimm0", o); }); }},
   };
   H direct(nullptr);
   H named("nope", {user_}, {});
@@ -155,7 +142,7 @@ TEST_F(PlatformHelper, InvalidHelperAnswersSafely) {
   ASSERT_TRUE(valid.isValid());
   int answered = 0;
   for (const auto& op : ops) answered += op.second(valid).empty() ? 0 : 1;
-  EXPECT_GE(answered, 15);
+  EXPECT_GE(answered, 8);
 }
 
 TEST_F(PlatformHelper, ForwardsToThePlatformAndItsSoftware) {

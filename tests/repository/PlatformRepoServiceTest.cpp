@@ -115,12 +115,10 @@ TEST_F(RepoSearch, WalkFindsRegularDescriptorsTwoLevelsDownByExactExtensionAndAn
   for (const auto& c : cases) EXPECT_EQ(c.expected, stems(find(c.name, {repo_.path()}, false))) << c.name;
 }
 
-TEST_F(RepoSearch, NameGivenAsPathIsTheAnswerAndNothingIsSearched) {
-  const auto files = find(repo_.file("up/UP.ZDF"), {repo_.path()}, true);
-  EXPECT_EQ(std::vector<std::string>{HUTFile::getCanonicalName(repo_.file("up/UP.ZDF"))}, files);
-}
-
-TEST_F(RepoSearch, RepositoriesAndDefaultsAreSearchedOnceEach) {
+TEST_F(RepoSearch, RepositoriesAndDefaultsAreSearchedOnceEachAndAPathIsTheAnswer) {
+  // A name that is a path is the answer, whatever its extension's case, and nothing is searched.
+  const auto given = find(repo_.file("up/UP.ZDF"), {repo_.path()}, true);
+  EXPECT_EQ(std::vector<std::string>{HUTFile::getCanonicalName(repo_.file("up/UP.ZDF"))}, given);
   EXPECT_EQ(1u, find("top", {repo_.path(), repo_.path()}, false).size());
   EXPECT_TRUE(find("app", {}, false).empty());
   EXPECT_EQ(std::vector<std::string>{"app.zdf"}, stems(find("app", {}, true)));

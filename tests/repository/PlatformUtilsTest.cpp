@@ -18,15 +18,18 @@ namespace {
 
 class PlatformUtils : public QueryRepo {};
 
-TEST_F(PlatformUtils, KindQuestionsFollowIntentUnifiedFlagAndInstallDirectory) {
+TEST_F(PlatformUtils, KindQuestionsAndPartsFollowTheModelAndInstallDirectory) {
   struct Row {
     std::string name;
     bool duv, wel, unified, fixed, user;
+    std::string part, fields;
   } rows[] = {
       // "bare" states no intent; the model computes an embedded one for it.
-      {"emb", false, true, false, false, true},   {"uni", true, false, true, false, false},
-      {"axi", true, false, true, false, false},   {"bare", false, true, true, false, true},
-      {"nope", false, false, false, true, false},  // unknown: fixed, nothing else
+      {"emb", false, true, false, false, true, "dev2-pkg2-1-i", kPartB},
+      {"uni", true, false, true, false, false, "dev1pkg1-2", kPartA},
+      {"axi", true, false, true, false, false, "dev2-pkg2-1-i", kPartB},
+      {"bare", false, true, true, false, true, "", ""},
+      {"nope", false, false, false, true, false, "", ""},  // unknown: fixed, nothing else
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
@@ -37,6 +40,9 @@ TEST_F(PlatformUtils, KindQuestionsFollowIntentUnifiedFlagAndInstallDirectory) {
     EXPECT_EQ(r.fixed, U::isFixedPlatform(r.name));
     EXPECT_EQ(!r.fixed, U::isExpandablePlatform(r.name));
     EXPECT_EQ(r.user, U::isUserPlatform(r.name));
+    EXPECT_EQ(r.part, U::getFpgaPart(r.name));
+    EXPECT_EQ(r.fields, U::getFpgaPartAsFields(r.name));
+    EXPECT_EQ(r.part.empty(), U::getDevice(r.name) == nullptr);
   }
 }
 
@@ -172,19 +178,6 @@ TEST_F(PlatformUtils, PathLookupTracesOneLinePerCandidate) {
   testing::internal::CaptureStdout();
   EXPECT_NE(nullptr, U::getPlatformByFilePath(emb_));
   EXPECT_EQ(1u, countOf(testing::internal::GetCapturedStdout(), "Found a match\n"));
-}
-
-TEST_F(PlatformUtils, DevicesAndParts) {
-  struct Row {
-    std::string name, part, fields;
-  } rows[] = {
-      {"emb", "dev2-pkg2-1-i", kPartB}, {"uni", "dev1pkg1-2", kPartA}, {"bare", "", ""}, {"nope", "", ""}};
-  for (const Row& r : rows) {
-    SCOPED_TRACE(r.name);
-    EXPECT_EQ(r.part, U::getFpgaPart(r.name));
-    EXPECT_EQ(r.fields, U::getFpgaPartAsFields(r.name));
-    EXPECT_EQ(r.part.empty(), U::getDevice(r.name) == nullptr);
-  }
 }
 
 TEST_F(PlatformUtils, InstallAndUserDirectories) {

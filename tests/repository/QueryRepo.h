@@ -37,45 +37,24 @@ class QueryRepo : public ::testing::Test {
     user_ = root_ + "/user";
     factory_ = root_ + "/app/platforms";
     env_.setAppRoots({root_ + "/app"});
-    RepoPlatform p;
-    p.name = "dc";
-    p.part = kPartA;
-    p.designIntent = "dataCenter,serverManaged";
-    dcOld_ = writeRepoPlatform(user_ + "/old", p);
-    p.versionMajor = 2;
-    p.designIntent = "dataCenter";
-    dcNew_ = writeRepoPlatform(user_ + "/new", p);
-    RepoPlatform bare;
-    bare.name = "bare";
-    bare.board = "card2";
-    bare.designIntent = "";
-    bare.unified = true;
-    writeRepoPlatform(user_, bare);
-    RepoPlatform emb;
-    emb.name = "emb";
-    emb.board = "eboard";
-    emb.designIntent = "embedded";
-    emb.part = kPartB;
+    RepoPlatform dc = platform("dc", "card", "dataCenter,serverManaged", kPartA, false);
+    dcOld_ = writeRepoPlatform(user_ + "/old", dc);
+    dc.versionMajor = 2;
+    dc.designIntent = "dataCenter";
+    dcNew_ = writeRepoPlatform(user_ + "/new", dc);
+    writeRepoPlatform(user_, platform("bare", "card2", "", "", true));
+    RepoPlatform emb = platform("emb", "eboard", "embedded", kPartB, false);
     emb.includePaths = "/inc/emb";
     emb.boardPart = "acme:eboard:1.0";
     emb_ = writeRepoPlatform(user_, emb);
-    RepoPlatform uni;
-    uni.name = "uni";
+    RepoPlatform uni = platform("uni", "ucard", "externalHost", kPartA, true);
     uni.vendor = "beta";
-    uni.board = "ucard";
     uni.versionMinor = 5;
-    uni.designIntent = "externalHost";
-    uni.unified = true;
     uni.hostInterface = "pcie";
-    uni.part = kPartA;
     uni.runtimes = "cpp";
     writeRepoPlatform(factory_, uni);
-    RepoPlatform axi;
-    axi.name = "axi";
-    axi.board = "aboard";
-    axi.unified = true;
+    RepoPlatform axi = platform("axi", "aboard", "dataCenter", kPartB, true);
     axi.hostInterface = "axi";
-    axi.part = kPartB;
     writeRepoPlatform(factory_, axi);
     mgr()->clearAllPlatforms();
     mgr()->addPlatformsFromDirs({user_, factory_});
@@ -86,6 +65,16 @@ class QueryRepo : public ::testing::Test {
   }
 
   static HTEQPlatformMgr* mgr() { return HTEQPlatformMgr::getGlobalNoInit(); }
+
+  static RepoPlatform platform(const char* name, const char* board, const char* intent, const char* part,
+                               bool unified) {
+    RepoPlatform p = namedPlatform(name);
+    p.board = board;
+    p.designIntent = intent;
+    p.part = part;
+    p.unified = unified;
+    return p;
+  }
 
   // "name:version" of each platform's hardware, sorted.
   static std::vector<std::string> labels(const std::vector<HTEQPlatform*>& platforms) {

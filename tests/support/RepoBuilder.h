@@ -33,6 +33,13 @@ struct RepoPlatform {
   std::string includePaths;
 };
 
+// A platform with the defaults above and the given name.
+inline RepoPlatform namedPlatform(const std::string& name) {
+  RepoPlatform p;
+  p.name = name;
+  return p;
+}
+
 // Writes below `dir`: NAME/NAME.zdf, NAME/hw/NAME<ext>, NAME/sw/NAME.spfm.
 // Returns the descriptor's path.
 std::string writeRepoPlatform(const std::string& dir, const RepoPlatform& platform);
