@@ -17,7 +17,8 @@ namespace tcltasks {
 // The default interpreter never ends the process:
 //   - `exit` unwinds the whole evaluation, past every `catch` of the script,
 //     and eval_in_tcl raises HEXUserException naming the exit status and the
-//     last lines the script wrote to standard output;
+//     last lines the script wrote to standard output; every interpreter the
+//     script makes, at any depth, safe or not, has this `exit` and no other;
 //   - each evaluation may run for getTimeLimit() milliseconds; a script that
 //     runs longer (a loop on `after`, a `vwait` that never ends) is stopped
 //     and eval_in_tcl raises HEXUserException;

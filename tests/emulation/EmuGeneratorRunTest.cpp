@@ -172,15 +172,22 @@ TEST_P(EmuFailure, ProcessLivesAndArchiveIsUnchanged) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, EmuFailure,
-    ::testing::Values(Failure{"boom", "error boom", "", "message: 'boom'"},
-                      Failure{"exit", "exit 3", "", "exit with status 3"},
-                      Failure{"childexit", "interp create c; c eval {exit 4}", "", "exit with status 4"},
-                      Failure{"loop", "while 1 { catch { after 20 } }", "", "time limit"},
-                      Failure{"nobd", "file delete $bd/emu/emu.bd", "", "@74-33@"},
-                      Failure{"badjson", "", "", "@74-1@%s"},
-                      Failure{"noinstall", "", "noinstall", "@74-35@"},
-                      Failure{"missing", "", "missing", "@74-32@%s"}, Failure{"dir", "", "dir", "@74-36@%s"},
-                      Failure{"fifo", "", "fifo", "@74-36@%s"}, Failure{"json", "", "json", "@74-1@%s"}),
+    ::testing::Values(
+        Failure{"boom", "error boom", "", "message: 'boom'"},
+        Failure{"exit", "exit 3", "", "exit with status 3"},
+        Failure{"childexit", "interp create c; c eval {exit 4}", "", "exit with status 4"},
+        Failure{"grandchildexit", "set c [interp create]; $c eval {set d [interp cr]; $d eval {exit 5}}", "",
+                "exit with status 5"},
+        // A safe interpreter's hidden exit is gone: invoking it is a
+        // plain error, which the driver's catch turns into exit 0.
+        Failure{"hiddenexit", "set s [interp create -safe]; $s invokehidden exit 6", "",
+                "exit with status 0"},
+        Failure{"safechildexit", "interp create -safe s; interp eval s {exit 7}", "", "exit with status 7"},
+        Failure{"loop", "while 1 { catch { after 20 } }", "", "time limit"},
+        Failure{"nobd", "file delete $bd/emu/emu.bd", "", "@74-33@"}, Failure{"badjson", "", "", "@74-1@%s"},
+        Failure{"noinstall", "", "noinstall", "@74-35@"}, Failure{"missing", "", "missing", "@74-32@%s"},
+        Failure{"dir", "", "dir", "@74-36@%s"}, Failure{"fifo", "", "fifo", "@74-36@%s"},
+        Failure{"json", "", "json", "@74-1@%s"}),
     [](const ::testing::TestParamInfo<Failure>& p) { return std::string(p.param.name); });
 
 }  // namespace

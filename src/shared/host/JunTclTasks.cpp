@@ -28,9 +28,7 @@ constexpr std::size_t kKeptLines = 8;
 constexpr std::size_t kKeptLineLength = 1024;
 
 // Standard output of the interpreter goes through std::cout, and a `puts` to
-// another channel goes to Tcl's own command, renamed. An interpreter a script
-// creates gets this interpreter's `exit` in place of its own, which would end
-// the process.
+// another channel goes to Tcl's own command, renamed.
 constexpr const char* kSetUp = R"(
 namespace eval ::zr_tcltasks {}
 proc ::zr_tcltasks::ignore_background_error {args} {}
@@ -49,13 +47,13 @@ proc ::puts {args} {
   }
   tailcall ::zr_tcltasks::tcl_puts {*}$args
 }
-rename ::interp ::zr_tcltasks::tcl_interp
-proc ::interp {args} {
-  set result [uplevel 1 [list ::zr_tcltasks::tcl_interp {*}$args]]
-  if {[lindex $args 0] eq "create"} { ::zr_tcltasks::tcl_interp alias $result exit {} exit }
-  return $result
-}
 )";
+
+// The subcommands of Tcl's `interp`, to resolve an abbreviation as Tcl does.
+const char* const kInterpSubcommands[] = {
+    "alias",       "aliases",        "bgerror", "cancel", "children", "create",   "debug",        "delete",
+    "eval",        "exists",         "expose",  "hide",   "hidden",   "issafe",   "invokehidden", "limit",
+    "marktrusted", "recursionlimit", "slaves",  "share",  "target",   "transfer", nullptr};
 
 // Drops what an evaluation left behind that could run later: timers and idle
 // callbacks of `after`.
@@ -129,6 +127,12 @@ class DefaultTaskManager : public task_manager {
       throw HEXUserException(std::string("cannot set up the Tcl interpreter: ") +
                              Tcl_GetStringResult(interp.get()));
     Tcl_CreateObjCommand(interp.get(), "exit", exit_, this, nullptr);
+    Tcl_CmdInfo info;
+    if (Tcl_GetCommandInfo(interp.get(), "interp", &info) == 0 || info.objProc == nullptr)
+      throw HEXUserException("cannot set up the Tcl interpreter: no interp command");
+    interpProc_ = info.objProc;
+    interpData_ = info.objClientData;
+    Tcl_CreateObjCommand(interp.get(), "interp", interpCmd_, this, nullptr);
     interp_ = std::move(interp);
     owner_ = std::this_thread::get_id();
   }
@@ -147,6 +151,39 @@ class DefaultTaskManager : public task_manager {
     self->exitStatus_ = status;
     Tcl_CancelEval(interp, Tcl_ObjPrintf("exit %d", status), nullptr, TCL_CANCEL_UNWIND);
     return TCL_ERROR;
+  }
+
+  // `interp`, in this interpreter and in every one made below it: Tcl's own
+  // command, except that a new interpreter gets this one's `exit` in place of
+  // its own (visible or hidden, as in a safe interpreter) and this `interp`,
+  // so that no interpreter a script makes can end the process.
+  static int interpCmd_(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
+    auto* self = static_cast<DefaultTaskManager*>(data);
+    const int code = self->interpProc_(self->interpData_, interp, objc, objv);
+    int sub = -1;
+    if (code != TCL_OK || objc < 2 ||
+        Tcl_GetIndexFromObj(nullptr, objv[1], kInterpSubcommands, "subcommand", 0, &sub) != TCL_OK ||
+        std::string(kInterpSubcommands[sub]) != "create")
+      return code;
+    Tcl_Interp* child = Tcl_GetSlave(interp, Tcl_GetString(Tcl_GetObjResult(interp)));
+    if (child == nullptr) return code;
+    Tcl_Obj* name = Tcl_DuplicateObj(Tcl_GetObjResult(interp));
+    Tcl_IncrRefCount(name);
+    // A safe interpreter keeps `exit` hidden, where its parent could still
+    // invoke it: bring it out so that the alias below replaces it.
+    Tcl_ExposeCommand(child, "exit", "exit");
+    Tcl_ResetResult(child);
+    int result = TCL_OK;
+    if (Tcl_CreateAlias(child, "exit", interp, "exit", 0, nullptr) != TCL_OK ||
+        Tcl_CreateObjCommand(child, "interp", interpCmd_, self, nullptr) == nullptr) {
+      Tcl_DeleteInterp(child);
+      Tcl_SetObjResult(interp, Tcl_NewStringObj("cannot make the new interpreter's exit safe", -1));
+      result = TCL_ERROR;
+    } else {
+      Tcl_SetObjResult(interp, name);
+    }
+    Tcl_DecrRefCount(name);
+    return result;
   }
 
   // `stdout_write newline text`
@@ -180,6 +217,8 @@ class DefaultTaskManager : public task_manager {
   }
 
   std::unique_ptr<Tcl_Interp, InterpDeleter> interp_;
+  Tcl_ObjCmdProc* interpProc_ = nullptr;
+  ClientData interpData_ = nullptr;
   std::thread::id owner_;
   bool exited_ = false;
   int exitStatus_ = 0;
