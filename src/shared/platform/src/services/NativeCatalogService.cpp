@@ -84,17 +84,16 @@ std::unique_ptr<teq_platform::PlatformLoader> reportLoader(const std::string& fi
   return loader;
 }
 
-// How many threads load the platforms of a catalog: the environment's
-// setting, else one per processor up to kAutoWorkers; never more than there
-// are platforms. One means the calling thread alone.
+// How many threads load the platforms of a catalog, the calling thread
+// included: the environment's setting, else one per processor up to
+// kAutoWorkers. One means the calling thread alone.
 constexpr unsigned kAutoWorkers = 4;
 constexpr unsigned kMaxWorkers = 16;
 
-unsigned catalogWorkers(std::size_t platforms) {
+unsigned catalogWorkers() {
   unsigned workers = HUTEnv::instance().getCatalogWorkers();
   if (workers == 0) workers = std::clamp(std::thread::hardware_concurrency(), 1u, kAutoWorkers);
-  workers = std::min(workers, kMaxWorkers);
-  return platforms < workers ? static_cast<unsigned>(platforms) : workers;
+  return std::min(workers, kMaxWorkers);
 }
 
 }  // namespace
@@ -170,8 +169,6 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
 
 std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
                                                   const Progress& progress) const {
-  std::vector<std::string> files;
-  NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
   // The text is what the tree writer prints for {"platforms": [entry...]},
   // written one entry at a time: only the platforms in flight are ever held,
   // and the text grows by their entries alone.
@@ -205,32 +202,40 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     return true;
   };
   std::size_t done = 0;
-  if (progress) progress(done, files.size());
-  const unsigned workers = catalogWorkers(files.size());
+  const unsigned workers = catalogWorkers();
   if (workers <= 1) {
+    std::vector<std::string> files;
+    NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
+    if (progress) progress(done, files.size());
     std::string entryText;
     for (const std::string& file : files) {
       if (progress && done > 0) progress(done, files.size());
       ++done;
       if (entryOf(file, entryText)) append(entryText);
     }
+    if (progress && done > 0) progress(done, files.size());
   } else {
-    // Platforms load on the workers; their entries, messages and console
-    // words come back here in the repository's order, as a loop over the
-    // files would have produced them.
-    OrderedWork work(files.size(), workers, [&](std::size_t i, OrderedWork::Result& result) {
-      result.included = entryOf(files[i], result.text);
+    // The workers start on the first platforms while this thread walks the
+    // repository. The entries, messages and console words come back here in
+    // the walk's order, once the walk is done, as a loop over the files
+    // would have produced them.
+    OrderedWork work(workers, [&](const std::string& file, OrderedWork::Result& result) {
+      result.included = entryOf(file, result.text);
     });
+    NativePlatformRepoService().forEachZdfFile(std::string(), pathList,
+                                               [&](const std::string& file) { work.add(file); });
+    const std::size_t total = work.close();
+    if (progress) progress(done, total);
     OrderedWork::Result result;
     while (work.next(result)) {
-      if (progress && done > 0) progress(done, files.size());
+      if (progress && done > 0) progress(done, total);
       ++done;
       if (result.output) result.output->replay();
       if (result.error) std::rethrow_exception(result.error);
       if (result.included) append(result.text);
     }
+    if (progress && done > 0) progress(done, total);
   }
-  if (progress && done > 0) progress(done, files.size());
   // The tree writer prints a childless node as an empty value.
   text += written == 0 ? "\"\"" : "\n    ]";
   text += "\n}\n";

@@ -6,17 +6,17 @@
 namespace teq {
 namespace platform {
 
-OrderedWork::OrderedWork(std::size_t count, unsigned workers, Task task)
+OrderedWork::OrderedWork(unsigned workers, Task task)
     : task_(std::move(task)),
-      count_(count),
       window_(static_cast<std::size_t>(workers == 0 ? 1 : workers) * kInFlightPerWorker),
       slots_(window_),
       filled_(window_, 0) {
-  for (unsigned w = 0; w < workers; ++w) {
+  // The taking thread is the first worker.
+  for (unsigned w = 1; w < workers; ++w) {
     try {
       threads_.emplace_back(&OrderedWork::run_, this);
     } catch (const std::system_error&) {
-      // The threads that did start do the work; with none, next() does it.
+      // The threads that did start do the work, with the taking thread.
       break;
     }
   }
@@ -31,53 +31,77 @@ OrderedWork::~OrderedWork() {
   for (std::thread& thread : threads_) thread.join();
 }
 
-void OrderedWork::work_(std::size_t index, Result& result) const {
+void OrderedWork::add(const std::string& item) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  items_.push_back(item);
+  if (workersWaiting_ > 0) room_.notify_one();
+}
+
+std::size_t OrderedWork::close() {
+  std::size_t count = 0;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    closed_ = true;
+    count = items_.size();
+  }
+  room_.notify_all();
+  return count;
+}
+
+void OrderedWork::work_(const std::string& item, Result& result) const {
   try {
     result.output = std::make_unique<zr_output::DeferredOutput>();
     const zr_output::DeferredOutput::Scope scope(*result.output);
-    task_(index, result);
+    task_(item, result);
   } catch (...) {
     result.error = std::current_exception();
   }
 }
 
+void OrderedWork::claimAndWork_(std::unique_lock<std::mutex>& lock) {
+  const std::size_t index = claimed_++;
+  const std::string item = items_[index];
+  lock.unlock();
+  Result result;
+  work_(item, result);
+  lock.lock();
+  slots_[index % window_] = std::move(result);
+  filled_[index % window_] = 1;
+  if (takerWaits_ && index == taken_) ready_.notify_one();
+}
+
 void OrderedWork::run_() {
+  std::unique_lock<std::mutex> lock(mutex_);
   for (;;) {
-    std::size_t index = 0;
-    {
-      std::unique_lock<std::mutex> lock(mutex_);
-      room_.wait(lock, [this] { return stopping_ || claimed_ == count_ || claimed_ < taken_ + window_; });
-      if (stopping_ || claimed_ == count_) return;
-      index = claimed_++;
+    if (stopping_ || (closed_ && claimed_ == items_.size())) return;
+    if (canClaim_()) {
+      claimAndWork_(lock);
+      continue;
     }
-    Result result;
-    work_(index, result);
-    {
-      const std::lock_guard<std::mutex> lock(mutex_);
-      slots_[index % window_] = std::move(result);
-      filled_[index % window_] = 1;
-    }
-    ready_.notify_one();
+    ++workersWaiting_;
+    room_.wait(lock);
+    --workersWaiting_;
   }
 }
 
 bool OrderedWork::next(Result& result) {
-  if (taken_ == count_) return false;
-  if (threads_.empty()) {
-    result = Result();
-    work_(taken_++, result);
-    return true;
+  std::unique_lock<std::mutex> lock(mutex_);
+  if (taken_ == items_.size()) return false;
+  const std::size_t slot = taken_ % window_;
+  while (filled_[slot] == 0) {
+    if (canClaim_()) {
+      claimAndWork_(lock);
+      continue;
+    }
+    takerWaits_ = true;
+    ready_.wait(lock);
+    takerWaits_ = false;
   }
-  {
-    std::unique_lock<std::mutex> lock(mutex_);
-    const std::size_t slot = taken_ % window_;
-    ready_.wait(lock, [&] { return filled_[slot] != 0; });
-    result = std::move(slots_[slot]);
-    slots_[slot] = Result();
-    filled_[slot] = 0;
-    ++taken_;
-  }
-  room_.notify_all();
+  result = std::move(slots_[slot]);
+  slots_[slot] = Result();
+  filled_[slot] = 0;
+  ++taken_;
+  if (workersWaiting_ > 0) room_.notify_one();
   return true;
 }
 
