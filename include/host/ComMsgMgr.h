@@ -54,6 +54,10 @@ class ZR_PLATFORM_API ComMsgMgr {
   void sendMsg(const std::string& module, const char* sourceFile, int sourceLine, const std::string& id,
                const std::vector<ComMsgArg>& args, unsigned mask);
 
+  // Hands a message already made to the sink as it stands, whatever thread
+  // first sent it.
+  void deliver(const ComMsg& msg);
+
   // Installs a sink and returns the one it replaces. A null sink restores the
   // default, which prints one line per message to standard error.
   ComMsgSink* setSink(ComMsgSink* sink);

@@ -25,6 +25,12 @@
 //                          is refused, whether read or unpacked; smaller
 //                          members may compress as well as they like. 0 lifts
 //                          the limit.
+//
+// and how many threads a catalog of a repository loads platforms on:
+//   catalog workers        0, automatic: one per processor, at most 4. Set,
+//                          or taken from ZR_PLATFORM_CATALOG_WORKERS when not
+//                          set; 1 loads one platform after the other on the
+//                          calling thread.
 class ZR_PLATFORM_API HUTEnv {
  public:
   HUTEnv();
@@ -52,6 +58,8 @@ class ZR_PLATFORM_API HUTEnv {
   virtual void setMaxMetadataSize(unsigned long long bytes);
   virtual unsigned getMaxCompressionRatio() const;
   virtual void setMaxCompressionRatio(unsigned ratio);
+  virtual unsigned getCatalogWorkers() const;
+  virtual void setCatalogWorkers(unsigned workers);
 
   // The process-wide environment. setInstance does not take ownership; null
   // restores the default.
@@ -68,6 +76,8 @@ class ZR_PLATFORM_API HUTEnv {
   std::string productName_;
   unsigned long long maxMetadataSize_ = 64ull << 20;
   unsigned maxCompressionRatio_ = 200;
+  bool catalogWorkersSet_ = false;
+  unsigned catalogWorkers_ = 0;
 };
 
 #endif

@@ -1,6 +1,7 @@
 #ifndef PLATFORM_NATIVEPLATFORMREPOSERVICE_H
 #define PLATFORM_NATIVEPLATFORMREPOSERVICE_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,11 @@ class ZR_PLATFORM_API NativePlatformRepoService : public PlatformRepoService {
                    std::vector<std::string>& files) const override;
   void getZdfFiles(const std::string& name, const std::string& path,
                    std::vector<std::string>& files) const override;
+  // The same search over a ":"-joined path, handing each file to `found` as
+  // the walk meets it, so that a caller can start on the first files while
+  // the walk goes on.
+  using FileFound = std::function<void(const std::string& file)>;
+  void forEachZdfFile(const std::string& name, const std::string& path, const FileFound& found) const;
 
  private:
   static void addIfExists_(const std::string& dir, std::vector<std::string>& dirs);

@@ -58,6 +58,18 @@ TEST(HUTEnv, DefaultsComeFromTheEnvironmentAndCanBeOverridden) {
   EXPECT_EQ(env.getJUNAppRoot(), "/x");
   EXPECT_EQ(env.getJUNTmpDir(), "/scratch");
   EXPECT_EQ(env.getFullBuildStr(), "2030.2.1");
+  // The catalog's workers: a small number from the environment, else 0 (automatic), until set.
+  const struct {
+    const char* value;
+    unsigned workers;
+  } kWorkers[] = {{nullptr, 0}, {"3", 3}, {"0", 0}, {"2x", 0}, {"-1", 0}, {"99999", 0}};
+  for (const auto& c : kWorkers) {
+    ScopedEnvVar workers("ZR_PLATFORM_CATALOG_WORKERS", c.value);
+    EXPECT_EQ(c.workers, env.getCatalogWorkers()) << (c.value ? c.value : "unset");
+  }
+  ScopedEnvVar workers("ZR_PLATFORM_CATALOG_WORKERS", "3");
+  env.setCatalogWorkers(1);
+  EXPECT_EQ(1u, env.getCatalogWorkers());
 }
 
 TEST(HUTEnv, InstanceCanBeReplacedAndRestored) {

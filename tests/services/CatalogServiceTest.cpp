@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "SampleGenerator.h"
@@ -487,6 +488,75 @@ TEST_F(CatalogPolicy, CatalogEntriesEqualTheReportsOfFullLoads) {
         SCOPED_TRACE(file);
         EXPECT_TRUE(item.second == parse(service_.getAsJsonStr(file, detailed, false)));
       }
+    }
+  }
+}
+
+}  // namespace
+
+namespace {
+
+// Every message as "id|args|mask", with the threads that delivered them.
+class ThreadRecordingSink : public ComMsgSink {
+ public:
+  void receive(const ComMsg& msg) override {
+    std::string line = msg.id + "|";
+    for (const std::string& arg : msg.args) line += arg + ",";
+    lines.push_back(line + "|" + std::to_string(msg.mask));
+    threads.insert(std::this_thread::get_id());
+  }
+  std::vector<std::string> lines;
+  std::set<std::thread::id> threads;
+};
+
+TEST_F(CatalogPolicy, WorkersGiveTheTextMessagesAndProgressOfOneThread) {
+  // Good, broken, refused and unreadable platforms, some of which
+  // speak while they load: whatever the number of workers, the text, the
+  // console words, the messages (all on the calling thread) and the progress
+  // are those of one platform after the other.
+  zr_cli::SampleOptions options;
+  options.count = 12;
+  options.scale = 0.02;
+  options.policy = true;
+  zr_cli::generateSample(repo_.file("sample"), options);
+  repo_.write("sample/broken/broken.zdf", "<not-a-descriptor");
+  repo_.write("sample/nohw/nohw.zdf", zr_test::repoZdfText("nohw.lfa", "nohw.spfm"));
+  RepoPlatform unreadable = platform("badext", 2018, 1);
+  unreadable.metaJson = "{\"extended_warranty\":[\"next\"]}";
+  zr_test::writeRepoPlatform(repo_.file("sample"), unreadable);
+  for (const bool listed : {false, true}) {
+    if (listed) writeList("{\"black_list\":[" + entry("acme_dc", "broken") + "]}");
+    for (const bool detailed : {true, false}) {
+      SCOPED_TRACE(std::string(listed ? "list" : "no list") + (detailed ? ", detailed" : ", short"));
+      struct Run {
+        std::string text, console;
+        std::vector<std::string> messages;
+        std::vector<std::size_t> progress;
+        std::set<std::thread::id> threads;
+      };
+      std::vector<Run> runs;
+      for (const unsigned workers : {1u, 4u}) {
+        env_.setCatalogWorkers(workers);
+        ThreadRecordingSink sink;
+        const ScopedInstance<ComMsgSink> installed(&sink);
+        Run run;
+        ::testing::internal::CaptureStdout();
+        run.text =
+            service_.getAllAsJsonStr(repo_.file("sample"), detailed,
+                                     [&](std::size_t done, std::size_t) { run.progress.push_back(done); });
+        run.console = ::testing::internal::GetCapturedStdout();
+        run.messages = sink.lines;
+        run.threads = sink.threads;
+        runs.push_back(run);
+      }
+      EXPECT_GT(parse(runs[0].text).get_child("platforms").size(), 10u);
+      EXPECT_NE(std::string::npos, runs[0].console.find("Error"));
+      EXPECT_FALSE(runs[0].messages.empty());
+      EXPECT_EQ(runs[0].text, runs[1].text);
+      EXPECT_EQ(runs[0].console, runs[1].console);
+      EXPECT_EQ(runs[0].messages, runs[1].messages);
+      EXPECT_EQ(runs[0].progress, runs[1].progress);
+      EXPECT_EQ((std::set<std::thread::id>{std::this_thread::get_id()}), runs[1].threads);
     }
   }
 }

@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
   unsigned ratioLimit = 0;
   bool ratioGiven = false;
   std::string toolVersion;
+  unsigned workers = 0;
   app.add_option("--app-root", appRoots,
                  "Application root of the tool (repeatable; the first is the main one). "
                  "Default: ZR_PLATFORM_APP_ROOTS");
@@ -66,6 +67,10 @@ int main(int argc, char** argv) {
       ->check(CLI::Range(0U, 1000000U));
   app.add_option("--tool-version", toolVersion, "Tool version as MAJOR.MINOR. Default: this build's")
       ->check(CLI::Validator([](std::string& v) { return checkToolVersion(v); }, "MAJOR.MINOR"));
+  app.add_option("--workers", workers,
+                 "Threads a catalog loads platforms on (1: one after the other). "
+                 "Default: ZR_PLATFORM_CATALOG_WORKERS, else one per processor, at most 4")
+      ->check(CLI::Range(1U, 16U));
 
   zr_cli::Commands commands;
   zr_cli::addPlatformCommands(app, commands);
@@ -93,6 +98,7 @@ int main(int argc, char** argv) {
   if (!tmpDir.empty()) env.setTmpDir(tmpDir);
   if (metadataLimit != 0) env.setMaxMetadataSize(metadataLimit);
   if (ratioGiven) env.setMaxCompressionRatio(ratioLimit);
+  if (workers != 0) env.setCatalogWorkers(workers);
   if (!toolVersion.empty()) {
     const auto dot = toolVersion.find('.');
     env.setVersion(std::stoi(toolVersion.substr(0, dot)), std::stoi(toolVersion.substr(dot + 1)));

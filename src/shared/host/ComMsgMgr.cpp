@@ -6,6 +6,9 @@
 #include <iostream>
 #include <map>
 #include <sstream>
+#include <utility>
+
+#include "ZrDeferredOutput.h"
 
 namespace zr_embedded {
 extern const char messages_json[];
@@ -65,6 +68,16 @@ void ComMsgMgr::sendMsg(const std::string& module, const char* sourceFile, int s
   msg.mask = mask;
   msg.args.reserve(args.size());
   for (const auto& a : args) msg.args.push_back(a.text());
+  // A thread whose output is deferred never reaches the sink: the message is
+  // kept for the thread that replays it.
+  if (zr_output::DeferredOutput* deferred = zr_output::DeferredOutput::active()) {
+    deferred->addMessage(std::move(msg));
+    return;
+  }
+  deliver(msg);
+}
+
+void ComMsgMgr::deliver(const ComMsg& msg) {
   (sink_ ? *sink_ : static_cast<ComMsgSink&>(defaultSink())).receive(msg);
 }
 

@@ -76,6 +76,19 @@ void HUTEnv::setMaxMetadataSize(unsigned long long bytes) { maxMetadataSize_ = b
 unsigned HUTEnv::getMaxCompressionRatio() const { return maxCompressionRatio_; }
 void HUTEnv::setMaxCompressionRatio(unsigned ratio) { maxCompressionRatio_ = ratio; }
 
+unsigned HUTEnv::getCatalogWorkers() const {
+  if (catalogWorkersSet_) return catalogWorkers_;
+  // Digits only, and a small number: anything else means automatic.
+  const std::string text = get("ZR_PLATFORM_CATALOG_WORKERS");
+  if (text.empty() || text.size() > 4 || text.find_first_not_of("0123456789") != std::string::npos) return 0;
+  return static_cast<unsigned>(std::stoul(text));
+}
+
+void HUTEnv::setCatalogWorkers(unsigned workers) {
+  catalogWorkers_ = workers;
+  catalogWorkersSet_ = true;
+}
+
 HUTEnv& HUTEnv::instance() {
   static HUTEnv defaultEnv;
   return g_instance ? *g_instance : defaultEnv;

@@ -37,8 +37,8 @@ std::uint64_t gMaxMemberSize = 2ull << 30;
 //
 // The archive a listing opened last is kept open for the member read that
 // usually follows, under the same condition, so that a load opens and checks
-// each archive once. At most one archive is held: the read takes it, and the
-// next listing that opens an archive closes it.
+// each archive once. At most one archive is held per thread: the read takes
+// it, and the next listing on that thread that opens an archive closes it.
 class ListingCache {
  public:
   bool lookup(const std::string& path, const struct stat& st, std::vector<std::string>& names) {
@@ -59,18 +59,17 @@ class ListingCache {
     entries_.push_back(Entry{path, st, std::move(names)});
   }
   void hold(const std::string& path, const struct stat& st, std::unique_ptr<Archive> archive) {
-    std::unique_ptr<Archive> previous;
-    std::lock_guard<std::mutex> lock(mutex_);
-    previous = std::move(held_);
-    held_ = std::move(archive);
-    heldPath_ = path;
-    heldStat_ = st;
+    Held& held = heldHere();
+    const std::unique_ptr<Archive> previous = std::move(held.archive);
+    held.archive = std::move(archive);
+    held.path = path;
+    held.st = st;
   }
   // The held archive when it is the file at the path, unchanged; else null.
   std::unique_ptr<Archive> take(const std::string& path, const struct stat& st) {
-    std::lock_guard<std::mutex> lock(mutex_);
-    if (!held_ || heldPath_ != path || !same(heldStat_, st)) return nullptr;
-    return std::move(held_);
+    Held& held = heldHere();
+    if (!held.archive || held.path != path || !same(held.st, st)) return nullptr;
+    return std::move(held.archive);
   }
 
  private:
@@ -85,11 +84,19 @@ class ListingCache {
            a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec &&
            a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
   }
+  // The archive held for a thread: the read that follows a listing comes
+  // from the same load, on the same thread, while other threads load others.
+  struct Held {
+    std::unique_ptr<Archive> archive;
+    std::string path;
+    struct stat st {};
+  };
+  static Held& heldHere() {
+    thread_local Held held;
+    return held;
+  }
   std::mutex mutex_;
   std::vector<Entry> entries_;
-  std::unique_ptr<Archive> held_;
-  std::string heldPath_;
-  struct stat heldStat_ {};
 };
 
 ListingCache& listingCache() {

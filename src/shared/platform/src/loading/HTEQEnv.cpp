@@ -1,5 +1,7 @@
 #include "platform/HTEQEnv.h"
 
+#include <mutex>
+
 #include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
 
@@ -9,7 +11,10 @@ bool HTEQEnv::isRunningAsHollinUnitTest() {
 }
 
 std::string HTEQEnv::getProductName() {
+  // Worked out on the first call, which may come from several loading threads at once.
+  static std::mutex mutex;
   static std::string name;
+  const std::lock_guard<std::mutex> lock(mutex);
   if (name.empty())
     name = computeProductName(HUTEnv::instance().getJUNAppRoot(), isRunningAsHollinUnitTest());
   return name;

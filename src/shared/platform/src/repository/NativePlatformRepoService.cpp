@@ -48,16 +48,22 @@ std::string NativePlatformRepoService::getPlatformRepoPath(const std::vector<std
   return first == std::string::npos ? std::string() : path.substr(first);
 }
 
-void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::vector<std::string>& dirs,
-                                            bool withDefaults, std::vector<std::string>& files) const {
+namespace {
+
+// The search of getZdfFiles: each file not yet in `listed` goes there and to
+// `found`, in the order met.
+void walkZdf(const NativePlatformRepoService& service, const std::string& name,
+             const std::vector<std::string>& dirs, bool withDefaults, std::unordered_set<std::string>& listed,
+             const NativePlatformRepoService::FileFound& found) {
   if (HSTStringUtils::endsWith(HSTStringUtils::toLower(name), ".zdf") && HUTFile::exists(name)) {
-    files.push_back(HUTFile::getCanonicalName(name));
+    const std::string file = HUTFile::getCanonicalName(name);
+    listed.insert(file);
+    found(file);
     return;
   }
   std::vector<std::string> all = dirs;
-  if (withDefaults) getDefaultPlatformLookupDirs(all);
+  if (withDefaults) service.getDefaultPlatformLookupDirs(all);
   // A file met twice (repositories that overlap) is listed once, where it was first met.
-  std::unordered_set<std::string> listed(files.begin(), files.end());
   for (const auto& dir : all) {
     if (!HUTFile::isDir(dir) || !HUTFile::exists(dir)) continue;
     std::string error;
@@ -65,11 +71,19 @@ void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::
         dir,
         [&](const std::string& file) {
           if (!name.empty() && !HSTStringUtils::iequals(HUTPathUtils::getStem(file), name)) return;
-          if (listed.insert(file).second) files.push_back(file);
+          if (listed.insert(file).second) found(file);
         },
         error);
     if (!complete) HUTConsole::err("Exception: " + error + "\n");
   }
+}
+
+}  // namespace
+
+void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::vector<std::string>& dirs,
+                                            bool withDefaults, std::vector<std::string>& files) const {
+  std::unordered_set<std::string> listed(files.begin(), files.end());
+  walkZdf(*this, name, dirs, withDefaults, listed, [&](const std::string& file) { files.push_back(file); });
 }
 
 void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::string& path,
@@ -77,6 +91,14 @@ void NativePlatformRepoService::getZdfFiles(const std::string& name, const std::
   std::vector<std::string> dirs;
   splitToFullDirs_(path, dirs);
   getZdfFiles(name, dirs, false, files);
+}
+
+void NativePlatformRepoService::forEachZdfFile(const std::string& name, const std::string& path,
+                                               const FileFound& found) const {
+  std::vector<std::string> dirs;
+  splitToFullDirs_(path, dirs);
+  std::unordered_set<std::string> listed;
+  walkZdf(*this, name, dirs, false, listed, found);
 }
 
 }  // namespace platform

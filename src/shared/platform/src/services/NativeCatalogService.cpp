@@ -1,9 +1,11 @@
 #include "platform/NativeCatalogService.h"
 
+#include <algorithm>
 #include <boost/property_tree/json_parser.hpp>
 #include <exception>
 #include <memory>
 #include <sstream>
+#include <thread>
 #include <vector>
 
 #include "ZrFileAccess.h"
@@ -17,6 +19,7 @@
 #include "platform/NativePlatformRepoService.h"
 #include "platform/PlatformLoader.h"
 #include "repository/SupportPolicy.h"
+#include "services/OrderedWork.h"
 
 namespace teq {
 namespace platform {
@@ -79,6 +82,18 @@ std::unique_ptr<teq_platform::PlatformLoader> reportLoader(const std::string& fi
   if (detailed && hw != nullptr && !hw->getExtMetaJsonAsString().empty())
     loader = std::make_unique<PlatformLoader>(file, PlatformLoader::Default);
   return loader;
+}
+
+// How many threads load the platforms of a catalog, the calling thread
+// included: the environment's setting, else one per processor up to
+// kAutoWorkers. One means the calling thread alone.
+constexpr unsigned kAutoWorkers = 4;
+constexpr unsigned kMaxWorkers = 16;
+
+unsigned catalogWorkers() {
+  unsigned workers = HUTEnv::instance().getCatalogWorkers();
+  if (workers == 0) workers = std::clamp(std::thread::hardware_concurrency(), 1u, kAutoWorkers);
+  return std::min(workers, kMaxWorkers);
 }
 
 }  // namespace
@@ -154,19 +169,19 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
 
 std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, bool detailed,
                                                   const Progress& progress) const {
-  std::vector<std::string> files;
-  NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
   // The text is what the tree writer prints for {"platforms": [entry...]},
-  // written one entry at a time: only the current platform's report is ever
-  // held as a tree, and the text grows by its own size alone.
+  // written one entry at a time: only the platforms in flight are ever held,
+  // and the text grows by their entries alone.
   std::string text = "{\n    \"platforms\": ";
-  std::ostringstream entryText;
   std::size_t written = 0;
-  std::size_t done = 0;
-  if (progress) progress(done, files.size());
-  for (const std::string& file : files) {
-    if (progress && done > 0) progress(done, files.size());
-    ++done;
+  const auto append = [&](const std::string& entryText) {
+    text += written++ == 0 ? "[\n" : ",\n";
+    text.append(8, ' ');
+    text += entryText;
+  };
+  // One platform's entry, as an array item two levels down; false when the
+  // platform is left out.
+  const auto entryOf = [this, detailed](const std::string& file, std::string& entryText) {
     Tree entry;
     // The descriptor's reader, the loader and the report look at the same
     // files: each path is resolved once per platform.
@@ -175,20 +190,52 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     paths.addExisting(file);  // the walk has just met it as a regular file
     try {
       std::unique_ptr<teq_platform::PlatformLoader> loader = reportLoader(file, detailed);
-      if (!getPlatformInfo_(loader.get(), entry, detailed)) continue;
+      if (!getPlatformInfo_(loader.get(), entry, detailed)) return false;
     } catch (const std::exception&) {
       // A descriptor the loader refuses, or a version the policy cannot read,
       // is left out like a platform that fails to load.
-      continue;
+      return false;
     }
-    text += written++ == 0 ? "[\n" : ",\n";
-    text.append(8, ' ');
-    entryText.str(std::string());
-    // An array item two levels down, as the whole tree's writer prints it.
-    boost::property_tree::json_parser::write_json_helper(entryText, entry, 2, true);
-    text += entryText.str();
+    std::ostringstream out;
+    boost::property_tree::json_parser::write_json_helper(out, entry, 2, true);
+    entryText = out.str();
+    return true;
+  };
+  std::size_t done = 0;
+  const unsigned workers = catalogWorkers();
+  if (workers <= 1) {
+    std::vector<std::string> files;
+    NativePlatformRepoService().getZdfFiles(std::string(), pathList, files);
+    if (progress) progress(done, files.size());
+    std::string entryText;
+    for (const std::string& file : files) {
+      if (progress && done > 0) progress(done, files.size());
+      ++done;
+      if (entryOf(file, entryText)) append(entryText);
+    }
+    if (progress && done > 0) progress(done, files.size());
+  } else {
+    // The workers start on the first platforms while this thread walks the
+    // repository. The entries, messages and console words come back here in
+    // the walk's order, once the walk is done, as a loop over the files
+    // would have produced them.
+    OrderedWork work(workers, [&](const std::string& file, OrderedWork::Result& result) {
+      result.included = entryOf(file, result.text);
+    });
+    NativePlatformRepoService().forEachZdfFile(std::string(), pathList,
+                                               [&](const std::string& file) { work.add(file); });
+    const std::size_t total = work.close();
+    if (progress) progress(done, total);
+    OrderedWork::Result result;
+    while (work.next(result)) {
+      if (progress && done > 0) progress(done, total);
+      ++done;
+      if (result.output) result.output->replay();
+      if (result.error) std::rethrow_exception(result.error);
+      if (result.included) append(result.text);
+    }
+    if (progress && done > 0) progress(done, total);
   }
-  if (progress && done > 0) progress(done, files.size());
   // The tree writer prints a childless node as an empty value.
   text += written == 0 ? "\"\"" : "\n    ]";
   text += "\n}\n";
