@@ -339,7 +339,6 @@ TEST_F(Cli, CatalogValueAndPackedForm) {
   const std::string zdf = platforms.front().second.get<std::string>("platformFile");
   EXPECT_EQ(platforms.front().second.get<std::string>("baseName") + "\n",
             run(dir_, "value " + zdf + " baseName").out);
-
   const std::string plain = dir_.write("list.json", "{\"black_list\":[]}");
   EXPECT_EQ(0, run(dir_, "xp pack " + plain + " " + dir_.file("list.xp")).status);
   EXPECT_NE(readFile(plain), readFile(dir_.file("list.xp")));
@@ -352,6 +351,15 @@ TEST_F(Cli, CatalogValueAndPackedForm) {
 TEST_F(Cli, PolicySampleShowsTheVerdictsTheOptionsChange) {
   const std::string repo = dir_.file("repo");
   ASSERT_EQ(0, run(dir_, "--tool-version 2030.2 gen-sample --count 1 --scale 0.02 --policy " + repo).status);
+  // Every platform misses the exception list (no application root); the list
+  // is looked for once per process, so the warning comes once.
+  const Outcome detailed = run(dir_, "catalog " + repo);
+  EXPECT_EQ(0, detailed.status);
+  const std::string missingList = "[@74-49@]";
+  const auto first = detailed.err.find(missingList);
+  EXPECT_NE(first, std::string::npos) << detailed.err;
+  EXPECT_EQ(detailed.err.find(missingList, first + 1), std::string::npos) << detailed.err;
+
   // The application root's name gives the product the sample list names.
   const std::string root = dir_.file("selbrook");
   dir_.write("selbrook/platforms/keep", "");
