@@ -9,6 +9,7 @@
 #include "hardware/HexForm.h"
 #include "host/ComMsgMgr.h"
 #include "host/HEXAll.h"
+#include "host/HSTStringUtils.h"
 #include "host/HUTEnv.h"
 #include "host/HUTFile.h"
 #include "host/HUTPathUtils.h"
@@ -52,16 +53,6 @@ const char* const kMsgNotRegular = "@74-36@%s";
 const char* const kMsgNoDefaultProps = "@74-56@%s";
 const char* const kMsgNoOutDir = "@74-57@";
 const char* const kMsgFailed = "@74-1@%s";
-
-std::string join(const std::string& dir, const std::string& name) {
-  return dir.empty() ? name : dir + HUTFile::getSeparator() + name;
-}
-
-bool sameWordIgnoringCase(const std::string& a, const char* b) {
-  std::string lower;
-  for (char c : a) lower.push_back(static_cast<char>((c >= 'A' && c <= 'Z') ? c - 'A' + 'a' : c));
-  return lower == b;
-}
 
 // What the JSON property sources hold, merged: a later source overrides a
 // key of an earlier one.
@@ -140,18 +131,22 @@ bool isPlainChar(char c) {
   }
 }
 
+// Whether braces keep the value literal and whole: they do unless it holds a
+// backslash, a NUL or unbalanced braces.
+bool keptWholeByBraces(const std::string& value) {
+  int depth = 0;
+  for (char c : value) {
+    if (c == '\\' || c == '\0') return false;
+    if (c == '{') ++depth;
+    if (c == '}' && --depth < 0) return false;
+  }
+  return depth == 0;
+}
+
 // A value inside braces, as the text of the script shows it, when braces
 // keep it whole; else the value quoted as a word.
 std::string braced(const std::string& value) {
-  int depth = 0;
-  bool ok = value.empty() || value.back() != '\\';
-  for (std::size_t i = 0; ok && i < value.size(); ++i) {
-    const char c = value[i];
-    if (c == '\\' || c == '\0') ok = false;
-    if (c == '{') ++depth;
-    if (c == '}' && --depth < 0) ok = false;
-  }
-  return ok && depth == 0 ? "{" + value + "}" : HTEQEmulationUtils::tclWord(value);
+  return keptWholeByBraces(value) ? "{" + value + "}" : HTEQEmulationUtils::tclWord(value);
 }
 
 // A value inside double quotes, as the text of the script shows it, when no
@@ -216,16 +211,16 @@ bool writePropertyScript(const std::string& platformFile, const std::string& nam
                           : file->getType() == "USER_PROP_JSON" ? &sources.userPropJsonFile
                                                                 : nullptr;
       if (copy == nullptr) continue;
-      *copy = join(tmpDir, file->getType() == "PROP_JSON" ? kTempProp : kTempUserProp);
+      *copy = HUTPathUtils::join(tmpDir, file->getType() == "PROP_JSON" ? kTempProp : kTempUserProp);
       temps.add(*copy);
       HUTFile::writeAtomically(*copy, HTEQEmulationCfaMember::read(archive, file->getName()));
     }
 
   if (!scriptsDir.empty()) {
-    const std::string config = join(scriptsDir, "platform_config");
-    sources.defaultPropFile = join(config, name + ".json");
+    const std::string config = HUTPathUtils::join(scriptsDir, "platform_config");
+    sources.defaultPropFile = HUTPathUtils::join(config, name + ".json");
     if (!HUTFile::isFile(sources.defaultPropFile))
-      sources.defaultPropFile = join(config, "default_prop.json");
+      sources.defaultPropFile = HUTPathUtils::join(config, "default_prop.json");
   }
   if (!HUTFile::isFile(sources.defaultPropFile)) {
     ZR_SEND_MSG(kMsgNoDefaultProps, ComMsgMask::kWarning, name);
@@ -246,15 +241,7 @@ std::string HTEQEmulationUtils::tclWord(const std::string& value) {
   bool plain = value[0] != '#';
   for (char c : value) plain = plain && isPlainChar(c);
   if (plain) return value;
-  // Braces keep everything but unbalanced braces and backslashes literal.
-  int depth = 0;
-  bool braceable = value.back() != '\\';
-  for (char c : value) {
-    if (c == '\\' || c == '\0') braceable = false;
-    if (c == '{') ++depth;
-    if (c == '}' && --depth < 0) braceable = false;
-  }
-  if (braceable && depth == 0) return "{" + value + "}";
+  if (keptWholeByBraces(value)) return "{" + value + "}";
   std::string word;
   for (char c : value) {
     switch (c) {
@@ -320,14 +307,14 @@ std::string HTEQEmulationUtils::getTorvaneIPPath() {
 std::string HTEQEmulationUtils::getSelbrookIPPath() {
   std::string root = HUTEnv::instance().get("TORVANE_SELBROOK");
   if (root.empty()) root = HUTEnv::instance().get("TORVANE_TEQ");
-  return root.empty() ? root : join(root, "platforms");
+  return root.empty() ? root : HUTPathUtils::join(root, "platforms");
 }
 
 std::string HTEQEmulationUtils::getEmuScriptsDir(bool isDr) {
   const std::string root = getTorvaneIPPath();
   if (root.empty()) return root;
-  const std::string scripts = join(root, "data/emulation/hw_em/scripts");
-  return isDr ? join(scripts, "emu_platform_build") : scripts;
+  const std::string scripts = HUTPathUtils::join(root, "data/emulation/hw_em/scripts");
+  return isDr ? HUTPathUtils::join(scripts, "emu_platform_build") : scripts;
 }
 
 std::string HTEQEmulationUtils::getEmuXmlFile(HPLPlatform* platform) {
@@ -351,7 +338,7 @@ bool HTEQEmulationUtils::printMemoriesInfo(HPLPlatform* platform, std::ostream& 
   HTEQHardwarePlatform::TEQHardwareBusInterfaceVec interfaces;
   platform->getBusInterfaces(interfaces);
   for (const HTEQHardwareBusInterface* bus : interfaces) {
-    if (!sameWordIgnoringCase(bus->getSPTag(), "ddr")) continue;
+    if (!HSTStringUtils::iequals(bus->getSPTag(), "ddr")) continue;
     HTEQHardwareBusInterface::AddressSegmentVec own;
     bus->getAddressSegments(own);
     segments.insert(segments.end(), own.begin(), own.end());
@@ -451,13 +438,13 @@ int HTEQEmulationUtils::writeEmuPropertiesDict(HPLPlatform* platform, const Prop
 
   int flow = FLOW_NONE;
   const auto streaming = maps.general.find("UseStreaming");
-  if (streaming != maps.general.end() && sameWordIgnoringCase(streaming->second, "true"))
+  if (streaming != maps.general.end() && HSTStringUtils::iequals(streaming->second, "true"))
     flow = FLOW_STREAMING;
   else
     out << " dict set config::config_info UseStreaming    false\n";
   out << "} \n";
   const auto memss = maps.general.find("UseTeqMemss");
-  if (memss != maps.general.end() && sameWordIgnoringCase(memss->second, "true")) flow = FLOW_MEMSS;
+  if (memss != maps.general.end() && HSTStringUtils::iequals(memss->second, "true")) flow = FLOW_MEMSS;
   const auto custom = maps.general.find("CustomScriptPath");
   if (custom != maps.general.end()) {
     customScriptPath = custom->second;
@@ -543,7 +530,7 @@ bool HTEQEmulationUtils::generateEmuPropDict(const std::string& platformFile, co
     HUTFile::mkDirRecursive(dir);
     std::ostringstream text;
     if (!writePropertyScript(platformFile, name, isDr, scripts, HUTFile::getParent(dir), text)) return false;
-    const std::string script = join(dir, kPropScript);
+    const std::string script = HUTPathUtils::join(dir, kPropScript);
     HUTFile::writeAtomically(script, text.str(), 0777);
     HUTFile::mkExecutable(script);
     return true;
@@ -565,8 +552,8 @@ bool HTEQEmulationUtils::generateCfaEmuScripts(const std::string& propScript,
 
   jun::tcltasks::task_manager::instance().eval_in_tcl(std::string("source ") + kDriver, false, true);
 
-  const std::string emuDir = join(overlayDir, "emu");
-  const std::string blockDesign = join(emuDir, isDr ? "emu/emu.bd" : "emu.bd");
+  const std::string emuDir = HUTPathUtils::join(overlayDir, "emu");
+  const std::string blockDesign = HUTPathUtils::join(emuDir, isDr ? "emu/emu.bd" : "emu.bd");
   if (!HUTFile::isFile(blockDesign)) {
     ZR_SEND_MSG(kMsgNoBlockDesign, ComMsgMask::kError);
     return false;
@@ -579,7 +566,7 @@ bool HTEQEmulationUtils::generateCfaEmuScripts(const std::string& propScript,
   emulation->createFile("POST_SYS_LINK_TCL", kPostLink);
   emulation->createFile("PRE_SYS_LINK_TCL", kPreLink);
   try {
-    HTEQEmulationXMLWriter(&emulations, join(emuDir, "emu.xml")).writeXml();
+    HTEQEmulationXMLWriter(&emulations, HUTPathUtils::join(emuDir, "emu.xml")).writeXml();
   } catch (const std::exception& e) {
     ZR_SEND_MSG(kMsgFailed, ComMsgMask::kError, e.what());
     return false;
@@ -593,7 +580,7 @@ bool HTEQEmulationUtils::generateEmuDir(const std::string& propScript, const std
     ZR_SEND_MSG(kMsgNoOutDir, ComMsgMask::kError);
     return false;
   }
-  return generateCfaEmuScripts(propScript, hwPlatformName, join(outDir, kOverlay), true);
+  return generateCfaEmuScripts(propScript, hwPlatformName, HUTPathUtils::join(outDir, kOverlay), true);
 }
 
 bool HTEQEmulationUtils::updateCfa(const std::string& platformFile, const std::string& overlayDir) {
@@ -627,11 +614,11 @@ bool HTEQEmulationUtils::generateCfaEmu(const std::string& platformFile, const s
   if (!installationSet()) return false;
   // The hardware platform is named after the archive, as the property script names it (cfa_name).
   const std::string stem = HUTPathUtils::getStem(platformFile);
-  const std::string propDir = join(outDir, kPropDir);
+  const std::string propDir = HUTPathUtils::join(outDir, kPropDir);
   if (!generateEmuPropDict(platformFile, name, false, propDir)) return false;
   if (name.empty()) return true;
-  const std::string overlay = join(outDir, kOverlay);
-  if (!generateCfaEmuScripts(join(propDir, kPropScript), stem, overlay, false)) return false;
+  const std::string overlay = HUTPathUtils::join(outDir, kOverlay);
+  if (!generateCfaEmuScripts(HUTPathUtils::join(propDir, kPropScript), stem, overlay, false)) return false;
   return !outDir.empty() || updateCfa(platformFile, overlay);
 }
 
@@ -650,7 +637,7 @@ bool HTEQEmulationUtils::printEmuPropDict(const std::string& platformFile, const
         HUTEnv::instance().get(kInstallVar).empty() ? std::string() : getEmuScriptsDir(isDr);
     const std::string tmpRoot = HUTEnv::instance().getJUNTmpDir();
     HUTFile::mkDirRecursive(tmpRoot);
-    const std::string tmpDir = HUTFile::makeTmpDir(join(tmpRoot, "zr-emu-props-"));
+    const std::string tmpDir = HUTFile::makeTmpDir(HUTPathUtils::join(tmpRoot, "zr-emu-props-"));
     struct Remove {
       std::string dir;
       ~Remove() { HUTFile::rmRecursive(dir); }
