@@ -378,12 +378,8 @@ void HUTZip::updateFiles(const std::string& zipFile,
     for (const auto& entry : files) archive.putFile(entry.first, entry.second);
     archive.commit();
   }
-  if (attachDigest) {
-    // The digest reads the members back, so it is taken over the written copy.
-    Archive archive(copy.path(), OpenMode::kUpdate);
-    archive.setComment(zr_zip::digestComment(zr_zip::computeDigest(archive)));
-    archive.commit();
-  }
+  // The digest reads the members back, so it is taken over the written copy.
+  if (attachDigest) attachDigestEn(copy.path());
   // The copy was closed above: the mode is set by path, then the copy is renamed into place.
   if (::chmod(copy.path().c_str(), st.st_mode & 07777) != 0)
     throw HEXUserException("cannot update '" + zipFile + "': " + std::strerror(errno));
