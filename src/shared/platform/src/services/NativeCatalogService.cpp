@@ -201,7 +201,12 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     entryText = out.str();
     return true;
   };
+  // Progress: (0, total) first, then the count done before each further
+  // platform and once at the end.
   std::size_t done = 0;
+  const auto report = [&](std::size_t total) {
+    if (progress && done > 0) progress(done, total);
+  };
   const unsigned workers = catalogWorkers();
   if (workers <= 1) {
     std::vector<std::string> files;
@@ -209,11 +214,11 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     if (progress) progress(done, files.size());
     std::string entryText;
     for (const std::string& file : files) {
-      if (progress && done > 0) progress(done, files.size());
+      report(files.size());
       ++done;
       if (entryOf(file, entryText)) append(entryText);
     }
-    if (progress && done > 0) progress(done, files.size());
+    report(files.size());
   } else {
     // The workers start on the first platforms while this thread walks the
     // repository. The entries, messages and console words come back here in
@@ -228,13 +233,13 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& pathList, b
     if (progress) progress(done, total);
     OrderedWork::Result result;
     while (work.next(result)) {
-      if (progress && done > 0) progress(done, total);
+      report(total);
       ++done;
       if (result.output) result.output->replay();
       if (result.error) std::rethrow_exception(result.error);
       if (result.included) append(result.text);
     }
-    if (progress && done > 0) progress(done, total);
+    report(total);
   }
   // The tree writer prints a childless node as an empty value.
   text += written == 0 ? "\"\"" : "\n    ]";
